@@ -1,0 +1,35 @@
+# orbel_private_settings(TARGET) gives a target of this project its language level and warnings.
+# They stay private: a client keeps its own.
+#
+#   add_executable(weather_board main.cpp)
+#   orbel_private_settings(weather_board)
+function(orbel_private_settings target)
+    target_compile_features(${target} PRIVATE cxx_std_20)
+    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+        target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow)
+        if(ORBEL_WERROR)
+            target_compile_options(${target} PRIVATE -Werror)
+        endif()
+    endif()
+endfunction()
+
+# orbel_copy_compiler_runtime(FOLDER) puts the compiler's own DLLs into a folder.
+# The library and its clients exchange strings, streams and exceptions, so they must share one
+# C++ runtime; linking it statically into each would give every module its own.
+function(orbel_copy_compiler_runtime folder)
+    if(NOT MINGW)
+        return()
+    endif()
+    foreach(dll IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+        execute_process(
+            COMMAND "${CMAKE_CXX_COMPILER}" "-print-file-name=${dll}"
+            OUTPUT_VARIABLE path
+            OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+        # The compiler answers with the bare name when it has no such file.
+        if(NOT IS_ABSOLUTE "${path}")
+            message(FATAL_ERROR "${CMAKE_CXX_COMPILER} does not know where ${dll} is")
+        endif()
+        file(COPY "${path}" DESTINATION "${folder}" FOLLOW_SYMLINK_CHAIN)
+    endforeach()
+endfunction()

@@ -1,0 +1,43 @@
+# Built from source everywhere, so that it always has the flags of the build it is part of:
+# sanitizers, another compiler, Windows.
+set(ORBEL_GOOGLETEST_DIR
+    "/usr/src/googletest"
+    CACHE PATH "Source folder of GoogleTest (Debian package googletest)")
+if(NOT EXISTS "${ORBEL_GOOGLETEST_DIR}/CMakeLists.txt")
+    message(FATAL_ERROR "GoogleTest is not at ${ORBEL_GOOGLETEST_DIR}: install the package googletest, "
+                        "set ORBEL_GOOGLETEST_DIR, or set ORBEL_BUILD_TESTS to OFF")
+endif()
+
+set(INSTALL_GTEST OFF)
+set(BUILD_GMOCK OFF)
+set(BUILD_SHARED_LIBS OFF)
+set(CMAKE_POLICY_DEFAULT_CMP0077 NEW)
+add_subdirectory("${ORBEL_GOOGLETEST_DIR}" "${PROJECT_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
+
+include(GoogleTest)
+
+# orbel_test(NAME SOURCES...) adds a test executable that sees what a client sees.
+#
+#   orbel_test(tree_test tree/DataFieldTest.cpp tree/DataNodeTest.cpp)
+#
+# Each TEST runs in a process of its own, because the library keeps process-wide state.
+function(orbel_test name)
+    orbel_add_test_executable(${name} OrbelLib ${ARGN})
+endfunction()
+
+# orbel_internal_test(NAME SOURCES...) is the same for private code: the library's objects are
+# linked into the executable instead of the library.
+function(orbel_internal_test name)
+    orbel_add_test_executable(${name} orbel_objects ${ARGN})
+endfunction()
+
+function(orbel_add_test_executable name library)
+    add_executable(${name} ${ARGN})
+    orbel_private_settings(${name})
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    target_link_libraries(${name} PRIVATE ${library} GTest::gtest_main)
+    gtest_discover_tests(
+        ${name}
+        TEST_PREFIX "${name}."
+        DISCOVERY_TIMEOUT 120)
+endfunction()
