@@ -7,14 +7,19 @@
 namespace {
 
 constexpr std::size_t width = LiveBoard::columns;
-constexpr int rowsPerCity = 7;
+constexpr int rowsPerCity = 8;
 constexpr int otherRows = 5;
+
+constexpr std::size_t chartColumn = 21;
+constexpr int storeys = 3;
+constexpr int eighthsPerStorey = 8;
 
 namespace style {
 constexpr std::string_view frame = "38;5;66";
 constexpr std::string_view title = "1;38;5;231";
 constexpr std::string_view label = "38;5;245";
 constexpr std::string_view fresh = "1;38;5;231;48;5;24";
+constexpr std::string_view freshGround = "48;5;24";
 constexpr std::string_view settled = "38;5;252";
 constexpr std::string_view progress = "38;5;43";
 constexpr std::string_view rest = "38;5;238";
@@ -53,22 +58,26 @@ std::string rightAligned(const std::string& text, std::size_t columns) {
     return text.size() < columns ? std::string(columns - text.size(), ' ') + text : text;
 }
 
-void addReading(StyledLine& line, std::string_view label, const Cell& cell, std::string_view unit) {
-    line.add(label, style::label).add(" ");
-    line.add(rightAligned(cell.text, 5) + ' ' + std::string(unit), cell.changed ? style::fresh : style::settled);
-    line.add("   ");
+void addReading(StyledLine& line, std::size_t at, std::string_view label, const Cell& cell, std::string_view unit) {
+    line.padTo(at).add(label, style::label).add(" ");
+    line.add(rightAligned(cell.text, 5) + ' ' + std::string(unit) + ' ', cell.changed ? style::fresh : style::settled);
 }
 
-/// One of the two storeys of the bars; the upper one begins where the lower is full.
-StyledLine weekBars(const Week& week, bool upper) {
+/// Between two days; seven days with their gaps are as wide as the weeks of a year below them.
+StyledLine& addGap(StyledLine& line) {
+    return line.padTo(line.columns() == chartColumn ? chartColumn : line.columns() + 3);
+}
+
+/// One storey of the bars, counted from the ground; each begins where the one below is full.
+StyledLine weekBars(const Week& week, int storey) {
     StyledLine line;
-    line.padTo(18);
+    line.padTo(chartColumn);
     for (const std::string& text : week.texts) {
+        addGap(line);
         const double celsius = std::strtod(text.c_str(), nullptr);
-        const long eighths = text.empty() ? 0 : std::max(1L, std::lround(warmth(celsius) * 16));
-        const std::string_view block = bar(upper ? eighths - 8 : eighths);
-        line.add("  ");
-        for (int column = 0; column < 4; ++column)
+        const long height = std::max(1L, std::lround(warmth(celsius) * storeys * eighthsPerStorey));
+        const std::string_view block = bar(text.empty() ? 0 : height - storey * eighthsPerStorey);
+        for (int column = 0; column < 5; ++column)
             line.add(block, colourOf(celsius));
     }
     return line;
@@ -130,35 +139,40 @@ void LiveBoard::addProgress() {
 
 void LiveBoard::addCity(const CityState& city) {
     const Cell& sky = city.cell(Column::Sky);
+    const std::string skyText = ' ' + sky.text + ' ';
+    std::string skyStyle(skyColour(sky.text));
+    if (sky.changed)
+        skyStyle.append(";").append(style::freshGround);
     StyledLine head;
-    head.add(city.name, style::title).padTo(width - 4 - sky.text.size()).add(sky.text, skyColour(sky.text));
+    head.add(city.name, style::title).padTo(width - 4 - skyText.size()).add(skyText, skyStyle);
     addRow(head);
 
     StyledLine readings;
-    addReading(readings, "high", city.cell(Column::High), "°C");
-    addReading(readings, "low", city.cell(Column::Low), "°C");
-    addReading(readings, "rain", city.cell(Column::Precipitation), "mm");
-    addReading(readings, "wind", city.cell(Column::Wind), "m/s");
+    addReading(readings, 0, "high", city.cell(Column::High), "°C");
+    addReading(readings, 20, "low", city.cell(Column::Low), "°C");
+    addReading(readings, 39, "rain", city.cell(Column::Precipitation), "mm");
+    addReading(readings, 59, "wind", city.cell(Column::Wind), "m/s");
     addRow(readings);
 
-    addRow(weekBars(city.week, true));
-    addRow(weekBars(city.week, false));
+    for (int storey = storeys; storey > 0; --storey)
+        addRow(weekBars(city.week, storey - 1));
 
     const Week& week = city.week;
     StyledLine numbers;
-    numbers.add("highs ", style::label);
-    numbers.add('[' + std::to_string(week.from) + '-' + std::to_string(week.to) + ']',
-                week.changed ? style::fresh : style::settled);
-    numbers.padTo(18);
+    numbers.add("last 7 highs ", style::label);
+    if (week.to >= week.from)
+        numbers.add('[' + std::to_string(week.from) + '-' + std::to_string(week.to) + ']',
+                    week.changed ? style::fresh : style::settled);
+    numbers.padTo(chartColumn);
     for (const std::string& text : week.texts)
-        numbers.add(rightAligned(text, 6), style::settled);
+        addGap(numbers).add(rightAligned(text, 5), style::settled);
     addRow(numbers);
 
     StyledLine year;
-    year.add(m_board.date().substr(0, 4), style::label).padTo(20);
+    year.add("weeks of " + city.cell(Column::Date).text.substr(0, 4), style::label).padTo(chartColumn);
     for (const auto& celsius : city.year)
         if (celsius)
-            year.add(bar(std::max(1L, std::lround(warmth(*celsius) * 8))), colourOf(*celsius));
+            year.add(bar(std::max(1L, std::lround(warmth(*celsius) * eighthsPerStorey))), colourOf(*celsius));
         else
             year.add("·", style::rest);
     addRow(year);

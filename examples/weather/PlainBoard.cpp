@@ -11,6 +11,8 @@ void printSnapshot(std::ostream& os, const BoardState& board, std::size_t totalD
 
     os << board.date() << "  day " << board.days() << " of " << totalDays << '\n';
     for (const CityState& city : board.cities()) {
+        if (city.cell(Column::Date).text.empty())
+            continue;
         const auto number = [&](Column column) -> std::ostream& {
             return os << std::setw(5) << city.cell(column).text;
         };

@@ -87,9 +87,9 @@ int run(const Options& options) {
         replayPlain(weather, feed, board);
 
     const Tally& tally = board.tally();
-    std::cout << "totals: " << feed.daysWritten() << " days written, " << feed.valuesSet() << " values set, "
-              << tally.callbacks << " callbacks received, " << tally.changed << " changed, " << tally.unchanged
-              << " unchanged\n"
+    // Short enough for a terminal of 80 columns.
+    std::cout << "Totals: " << feed.daysWritten() << " days, " << feed.valuesSet() << " values, " << tally.callbacks
+              << " callbacks, " << tally.changed << " changed, " << tally.unchanged << " unchanged\n"
               << std::flush;
     if (!std::cout)
         throw std::runtime_error("cannot write to standard output");
