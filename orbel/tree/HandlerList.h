@@ -12,6 +12,8 @@
 /// neither side is ever left with a pointer to something dead.
 class HandlerList {
 public:
+    int owners = 0;
+
     HandlerList() = default;
     HandlerList(const HandlerList&) = delete;
     HandlerList& operator=(const HandlerList&) = delete;
