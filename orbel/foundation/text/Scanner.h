@@ -1,0 +1,50 @@
+#ifndef ORBEL_FOUNDATION_TEXT_SCANNER_H
+#define ORBEL_FOUNDATION_TEXT_SCANNER_H
+
+#include <optional>
+#include <string_view>
+
+/// The scanners that all small languages of the library share. Each takes the rest of the text by reference,
+/// consumes what it recognised and returns it; none allocates.
+namespace text {
+
+/// Blanks are space, tab, line feed and carriage return.
+constexpr std::string_view blanks = " \t\n\r";
+
+void skipBlanks(std::string_view& rest);
+
+/// Drops leading blanks and trailing spaces and tabs. Contract: line ends at the end stay.
+std::string_view trim(std::string_view text);
+
+/// Cuts at the first `separator`: returns the text before it, `rest` becomes the text behind it. Without a separator
+/// the whole text is returned and `rest` becomes empty.
+std::string_view cutAt(std::string_view& rest, char separator);
+
+/// The decimal number after leading blanks, at most the largest int; -1 when the text does not go on with a digit.
+int readNumber(std::string_view text);
+
+struct IndexRange {
+    int start = -1;
+    int end = -1;
+};
+
+/// Consumes one "n" or "n-m" up to the next ",". A bound that does not begin with a digit is -1.
+IndexRange readIndexRange(std::string_view& rest);
+
+/// Consumes the text before the first `separator` outside braces and outside doubled quotes, and the separator.
+/// A surplus "}" keeps everything behind it together.
+std::string_view cutListItem(std::string_view& rest, char separator);
+
+/// The text between the first "{" and its "}", or up to the end when that is missing; nothing without a "{".
+std::optional<std::string_view> braceGroup(std::string_view text);
+
+/// Consumes one comma-separated value and the comma; nothing when no text is left. A value that begins with a
+/// doubled quote ends at the next doubled quote that no third quote follows, and may contain commas.
+std::optional<std::string_view> readValueToken(std::string_view& rest);
+
+/// Compares without regard to the case of ASCII letters.
+bool equalsIgnoringCase(std::string_view left, std::string_view right);
+
+} // namespace text
+
+#endif

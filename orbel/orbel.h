@@ -1,0 +1,23 @@
+#ifndef ORBEL_ORBEL_H
+#define ORBEL_ORBEL_H
+
+#include <orbel/foundation/DataClassType.h>
+#include <orbel/foundation/DataPrintf.h>
+#include <orbel/foundation/DataRootClassType.h>
+#include <orbel/foundation/DataType.h>
+#include <orbel/foundation/Export.h>
+#include <orbel/foundation/StandardOutputBuffer.h>
+#include <orbel/foundation/WideStandardOutputBuffer.h>
+#include <orbel/tree/DataArray.h>
+#include <orbel/tree/DataBaseType.h>
+#include <orbel/tree/DataField.h>
+#include <orbel/tree/DataHandler.h>
+#include <orbel/tree/DataHashTable.h>
+#include <orbel/tree/DataNode.h>
+#include <orbel/tree/DataObject.h>
+#include <orbel/tree/DataStructure.h>
+#include <orbel/tree/DataValue.h>
+#include <orbel/tree/FieldStream.h>
+#include <orbel/tree/Orbel.h>
+
+#endif

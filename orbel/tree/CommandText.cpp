@@ -1,0 +1,56 @@
+#include "CommandText.h"
+
+#include <orbel/tree/DataNode.h>
+
+#include <algorithm>
+#include <limits>
+
+bool SetCommand::cut(char* command) {
+    const std::string_view whole(command);
+    const std::size_t equals = whole.find('=');
+    if (equals == std::string_view::npos)
+        return false;
+    std::string_view valueText = whole.substr(equals + 1);
+    text::skipBlanks(valueText);
+    const std::string_view pathText = text::trim(whole.substr(0, equals));
+
+    path = command + (pathText.empty() ? equals : static_cast<std::size_t>(pathText.data() - command));
+    value = command + (whole.size() - valueText.size());
+    path[pathText.size()] = '\0';
+    const std::size_t bracket = pathText.rfind('[');
+    if (!pathText.empty() && pathText.back() == ']' && bracket != std::string_view::npos) {
+        // A copy, for the field's own parse may cut what it is given, and the path is needed whole.
+        m_index = pathText.substr(bracket + 1);
+        indexText = m_index.data();
+    }
+    return true;
+}
+
+AddressedRange::AddressedRange(std::string_view text) : path(text::trim(text)) {
+    if (path.empty() || path.back() != ']')
+        return;
+    const std::size_t bracket = path.rfind('[');
+    if (bracket == std::string::npos)
+        return;
+    range = path.substr(bracket + 1);
+    path.erase(bracket);
+}
+
+std::pair<int, int> AddressedRange::valuesOf(DataField& field) const {
+    if (!range)
+        return {0, field.getSize()};
+    std::string_view text = *range;
+    const text::IndexRange bounds = text::readIndexRange(text);
+    const int start = std::max(bounds.start, 0);
+    const long long count = std::max(bounds.end, start) - 0LL - start + 1;
+    return {start, static_cast<int>(std::min<long long>(count, std::numeric_limits<int>::max()))};
+}
+
+std::vector<DataField*> AddressedRange::fieldsOf(DataNode& node) const {
+    std::vector<DataField*> fields;
+    if (range)
+        node.getFieldsByRange(std::string(*range).data(), &fields);
+    else
+        fields.push_back(&node);
+    return fields;
+}

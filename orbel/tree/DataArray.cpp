@@ -1,0 +1,274 @@
+#include <orbel/tree/DataArray.h>
+
+#include <orbel/foundation/DataClassType.h>
+
+#include "../foundation/text/FixedText.h"
+#include "../foundation/text/Scanner.h"
+#include "FieldWatch.h"
+#include "HandlerList.h"
+#include "Limits.h"
+
+#include <algorithm>
+#include <ostream>
+
+DataType* DataArray::classType = nullptr;
+
+void DataArray::init() {
+    if (classType)
+        return;
+    DataNode::init();
+    char name[] = "DataArray";
+    classType = new DataClassType<DataArray, DataNode>(name);
+}
+
+DataType* DataArray::getClassType() {
+    init();
+    return classType;
+}
+
+DataArray::DataArray(char* name) : DataNode(name) {
+    setType(getClassType());
+}
+
+DataArray::~DataArray() {
+    for (DataObject* element : m_elements)
+        if (element->getParent() == this)
+            element->setParent(nullptr, element->getParentInstance());
+}
+
+const char* DataArray::getTypeName() {
+    return "DataArray";
+}
+
+void DataArray::dump(std::ostream& os, int first, int last, int withName) {
+    const int size = getSize();
+    const bool single = size < 2;
+    int from = 0;
+    int to = 0;
+    if (!single) {
+        from = first < 0 ? 0 : first;
+        to = first < 0 ? size - 1 : (last < 0 ? first : last);
+    }
+    if (withName != 0) {
+        indent(os);
+        os << getName();
+        if (!single) {
+            os << '[' << from;
+            if (from != to)
+                os << '-' << to;
+            os << ']';
+        }
+        os << '=';
+    }
+    os << "{\n";
+    if (size > 0) {
+        incrIndent();
+        from = std::min(from, size - 1);
+        to = std::min(to, size - 1);
+        for (int index = from; index < to; ++index) {
+            getObject(index)->dump(os, -1, -1, 0);
+            os << ",\n";
+        }
+        getObject(to)->dump(os, -1, -1, 0);
+        os << '\n';
+    }
+    // Contract: an empty array lowers the level it has not raised; readers of dumps expect it.
+    decrIndent();
+    indent(os);
+    os << "};\n" << std::flush;
+}
+
+void DataArray::ClearLinks() {
+    DataField::ClearLinks();
+    for (DataObject* element : m_elements)
+        element->ClearLinks();
+}
+
+void DataArray::setSize(int n) {
+    if (n > limits::maxElements)
+        return;
+    m_elements.reserve(static_cast<std::size_t>(std::max(n, 0)));
+    for (int index = getSize(); index < n; ++index)
+        appendElement();
+}
+
+DataObject* DataArray::appendElement() {
+    const int index = getSize();
+    auto* element = new DataObject(("Item-#" + std::to_string(index)).data());
+    m_elements.push_back(element);
+    element->setParent(this, index);
+    element->ref(this, this);
+    return element;
+}
+
+int DataArray::getSize() {
+    return static_cast<int>(m_elements.size());
+}
+
+void DataArray::parse(char* range, char* textToRead) {
+    std::string_view values = text::viewOf(textToRead);
+    const std::size_t open = values.find('{');
+    if (open == std::string_view::npos)
+        return;
+    values.remove_prefix(open + 1);
+
+    const FieldWatch watch(*this);
+    const auto giveTo = [&](int index) {
+        if (values.empty() || watch.ended() || index >= getSize())
+            return false;
+        getObject(index)->parse(nullptr, std::string(text::cutListItem(values, ',')).data());
+        return !watch.ended();
+    };
+    if (!range) {
+        for (int index = 0; giveTo(index);)
+            ++index;
+        return;
+    }
+    for (std::string_view ranges = text::viewOf(range); !ranges.empty() && !values.empty();) {
+        const text::IndexRange bounds = text::readIndexRange(ranges);
+        if (bounds.start == -1)
+            return;
+        const int last = std::min(std::max(bounds.end, bounds.end == -1 ? bounds.start : bounds.end), getSize() - 1);
+        for (int index = bounds.start; index <= last; ++index)
+            giveTo(index);
+        if (watch.ended())
+            return;
+    }
+}
+
+void DataArray::clearData() {
+    const FieldWatch watch(*this);
+    for (int index = 0; !watch.ended() && index < getSize(); ++index)
+        getObject(index)->clearData();
+}
+
+bool DataArray::copyData(DataField* source, int sourceFirst, int targetFirst, int count) {
+    if (!source || source->isOfType(getClassType()) == 0)
+        return false;
+    auto* from = static_cast<DataArray*>(source);
+    sourceFirst = std::max(sourceFirst, 0);
+    targetFirst = std::max(targetFirst, 0);
+    const int both = std::min(getSize(), from->getSize());
+    count = count < 0 ? both : std::min(count, both);
+    const FieldWatch watch(*this);
+    const FieldWatch fromWatch(*from);
+    for (int done = 0; done < count && !watch.ended() && !fromWatch.ended(); ++done) {
+        DataObject* target = done < getSize() - targetFirst ? getObject(targetFirst + done) : nullptr;
+        if (target)
+            target->copyData(done < from->getSize() - sourceFirst ? from->getObject(sourceFirst + done) : nullptr, 0, 0,
+                             -1);
+    }
+    return true;
+}
+
+DataField* DataArray::getField(char* path, int index, int flag) {
+    DataObject* element = getObject(index);
+    return element ? element->getField(path, index, flag) : nullptr;
+}
+
+void DataArray::removeChildren() {
+    std::vector<DataObject*> elements;
+    elements.swap(m_elements);
+    std::vector<DataField*> fields;
+    for (DataObject* element : elements) {
+        element->getFieldsVector(&fields);
+        for (DataField* field : fields)
+            field->unref(this, this);
+        element->deleteChildren();
+        element->setParent(nullptr, 0);
+        if (element->unref(this, this) == 0)
+            delete element;
+    }
+}
+
+int DataArray::getNumFields() {
+    return m_elements.empty() ? 0 : m_elements.front()->getNumFields();
+}
+
+bool DataArray::registerHandler(char* path, DataHandler* handler, int index) {
+    DataObject* element = getObject(index);
+    return element && element->registerHandler(path, handler, 0);
+}
+
+bool DataArray::unregisterHandler(DataHandler* handler) {
+    DataField* field = handler ? HandlerList::fieldOf(*handler) : nullptr;
+    if (field)
+        field->unregisterHandler(handler);
+    return field != nullptr;
+}
+
+bool DataArray::getFieldSize(char* path, int* size) {
+    return !m_elements.empty() && m_elements.front()->getFieldSize(path, size);
+}
+
+bool DataArray::setFieldData(char* /*path*/, std::string* value) {
+    if (m_elements.empty())
+        return false;
+    m_elements.front()->setData(value, 0);
+    return true;
+}
+
+bool DataArray::setFieldData(char* /*path*/, char* value) {
+    if (m_elements.empty())
+        return false;
+    m_elements.front()->setData(value, 0);
+    return true;
+}
+
+bool DataArray::setFieldData(char* /*path*/, char* value, int index) {
+    DataObject* element = getObject(index);
+    if (element)
+        element->setData(value, index);
+    return element != nullptr;
+}
+
+bool DataArray::setFieldData(char* path, std::vector<char*>* values, int from, int to) {
+    const int size = getSize();
+    if (from < 0 || from >= size || !values || values->empty())
+        return false;
+    const long long count = static_cast<long long>(values->size());
+    const long long wanted = to == -1 ? from + count - 1 : std::min<long long>(to, 0LL + size + from - 1);
+    const int last = static_cast<int>(std::min<long long>(wanted, size - 1));
+    const FieldWatch watch(*this);
+    for (int index = from; index <= last && !watch.ended(); ++index)
+        if (DataObject* element = getObject(index))
+            element->setFieldData(path,
+                                  (*values)[static_cast<std::size_t>(std::min<long long>(index - from, count - 1))]);
+    return true;
+}
+
+bool DataArray::getFieldData(char* path, std::string* value) {
+    return !m_elements.empty() && m_elements.front()->getFieldData(path, value);
+}
+
+bool DataArray::getFieldData(char* path, char** value) {
+    return !m_elements.empty() && m_elements.front()->getFieldData(path, value);
+}
+
+bool DataArray::getFieldData(char* path, std::vector<char*>* out, int from, int to) {
+    if (from < 0 || from >= getSize())
+        return false;
+    const int capacity = static_cast<int>(std::min<std::size_t>(out->size(), limits::maxElements));
+    const int room = std::min(capacity, getSize() - from);
+    const int count = to == -1 ? room : std::clamp(to - from + 1, 0, room);
+    for (int done = 0; done < count; ++done)
+        getObject(from + done)->getFieldData(path, &(*out)[static_cast<std::size_t>(done)]);
+    return true;
+}
+
+void DataArray::getFieldsByRange(char* range, std::vector<DataField*>* out) {
+    if (!range)
+        return;
+    std::string_view ranges(range);
+    do {
+        const text::IndexRange bounds = text::readIndexRange(ranges);
+        const int first = std::max(bounds.start, 0);
+        const int last = std::min(std::max(bounds.end, first), limits::maxElements);
+        for (int index = first; index <= last; ++index)
+            out->push_back(getObject(index));
+    } while (!ranges.empty());
+}
+
+DataObject* DataArray::getObject(int index) {
+    return index >= 0 && index < getSize() ? m_elements[static_cast<std::size_t>(index)] : nullptr;
+}

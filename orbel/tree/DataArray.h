@@ -1,0 +1,68 @@
+#ifndef ORBEL_TREE_DATAARRAY_H
+#define ORBEL_TREE_DATAARRAY_H
+
+#include <orbel/tree/DataObject.h>
+
+/// A growable list of objects. Each element is a child of the array; its instance is its position.
+class ORBEL_API DataArray : public DataNode {
+public:
+    static DataType* classType;
+    static void init();
+    static DataType* getClassType();
+
+    explicit DataArray(char* name);
+    DataArray(const DataArray&) = delete;
+    DataArray& operator=(const DataArray&) = delete;
+    /// Leaves the elements alive and without a parent, as a structure does with its children.
+    ~DataArray() override;
+
+    using DataNode::dump;
+    using DataNode::registerHandler;
+    using DataNode::unregisterHandler;
+
+    const char* getTypeName() override;
+    void dump(std::ostream& os, int first, int last, int withName) override;
+    void ClearLinks() override;
+    /// Adds untyped objects named "Item-#0", "Item-#1", ... up to `n` elements. Never shrinks.
+    void setSize(int n) override;
+    int getSize() override;
+    /// Hands the values between the braces of `text` to the elements, or to those that the range selects.
+    void parse(char* range, char* text) override;
+    void clearData() override;
+    /// Copies element by element from another array, all that both have for a negative count.
+    bool copyData(DataField* source, int sourceFirst, int targetFirst, int count) override;
+
+    /// What element `index` has at `path`; null when there is no such element.
+    DataField* getField(char* path, int index, int flag) override;
+    void removeChildren() override;
+    int getNumFields() override;
+    bool registerHandler(char* path, DataHandler* handler, int index) override;
+    bool unregisterHandler(DataHandler* handler) override;
+
+    /// The array answers for its first element; false when it is empty.
+    bool getFieldSize(char* path, int* size) override;
+    /// Contract: the setters reach the elements' own setData(char*, int), which objects leave empty.
+    bool setFieldData(char* path, std::string* value) override;
+    bool setFieldData(char* path, char* value) override;
+    bool setFieldData(char* path, char* value, int index) override;
+    /// One value for each element from `from` on; -1 as `to` stops with the values, else the last one repeats.
+    bool setFieldData(char* path, std::vector<char*>* values, int from, int to) override;
+    bool getFieldData(char* path, std::string* value) override;
+    bool getFieldData(char* path, char** value) override;
+    /// Fills `out`, which the caller has sized, with the text of one element each.
+    bool getFieldData(char* path, std::vector<char*>* out, int from, int to) override;
+
+    /// Appends the elements that a range text selects, null for those that do not exist.
+    void getFieldsByRange(char* range, std::vector<DataField*>* out) override;
+
+    /// Null when out of range.
+    DataObject* getObject(int index);
+
+protected:
+    DataObject* appendElement();
+
+private:
+    std::vector<DataObject*> m_elements;
+};
+
+#endif

@@ -1,0 +1,120 @@
+#include <orbel/tree/DataBaseType.h>
+
+#include <orbel/foundation/DataRootClassType.h>
+
+#include "../foundation/text/FixedText.h"
+
+#include <iomanip>
+#include <ostream>
+
+int DataBaseType::indentation = 0;
+
+namespace {
+
+DataType* makeRootRecord() {
+    char name[] = "DataBaseType";
+    return new DataRootClassType<DataBaseType>(name);
+}
+
+} // namespace
+
+DataType* DataBaseType::classType = makeRootRecord();
+
+void DataBaseType::init() {}
+
+DataType* DataBaseType::getClassType() {
+    return classType;
+}
+
+void DataBaseType::setIndent(int level) {
+    indentation = level;
+}
+
+int DataBaseType::getIndent() {
+    return indentation;
+}
+
+int DataBaseType::incrIndent() {
+    return ++indentation;
+}
+
+int DataBaseType::decrIndent() {
+    return --indentation;
+}
+
+void DataBaseType::indent(std::ostream& os) {
+    os << std::setw(indentation) << std::setfill('\t') << "";
+}
+
+DataBaseType::DataBaseType(char* name) : m_type(classType), m_name{} {
+    setName(name);
+}
+
+const char* DataBaseType::getTypeName() {
+    return "DataBaseType";
+}
+
+void DataBaseType::dump(std::ostream& /*os*/, int /*first*/, int /*last*/, int /*withName*/) {}
+
+void DataBaseType::dumpXML(std::ostream& /*os*/) {}
+
+void DataBaseType::setName(char* name) {
+    text::copyCut(m_name, name);
+}
+
+char* DataBaseType::getName() {
+    return m_name;
+}
+
+void DataBaseType::setType(DataType* type) {
+    m_type = type;
+}
+
+DataType* DataBaseType::type() {
+    return m_type;
+}
+
+int DataBaseType::isOfType(DataType* type) {
+    return m_type ? m_type->isDerivedFrom(type) : 0;
+}
+
+int DataBaseType::isExactType(DataType* type) {
+    return m_type == type ? 1 : 0;
+}
+
+int DataBaseType::ref() {
+    return ++m_referenceCount;
+}
+
+int DataBaseType::unref() {
+    if (m_referenceCount >= 1)
+        --m_referenceCount;
+    return m_referenceCount;
+}
+
+int DataBaseType::ref(void* owner, DataField* referrer) {
+    ++m_referenceCalls;
+    if (m_referrers.try_emplace(owner, referrer).second)
+        ++m_referenceCount;
+    return m_referenceCount;
+}
+
+int DataBaseType::unref(void* owner, DataField* /*referrer*/) {
+    if (m_referenceCalls > 0)
+        --m_referenceCalls;
+    if (m_referrers.erase(owner) != 0)
+        unref();
+    return m_referenceCount;
+}
+
+int DataBaseType::getRef() {
+    return m_referenceCount;
+}
+
+int DataBaseType::getRefCalls() {
+    return m_referenceCalls;
+}
+
+void DataBaseType::clearRef() {
+    m_referenceCount = 0;
+}

@@ -1,0 +1,83 @@
+#ifndef ORBEL_TREE_DATABASETYPE_H
+#define ORBEL_TREE_DATABASETYPE_H
+
+#include <orbel/foundation/DataType.h>
+#include <orbel/foundation/Export.h>
+
+#include <iosfwd>
+#include <map>
+
+class DataField;
+
+/// A named, typed, reference-counted item. Everything in a tree derives from it through DataField.
+///
+/// Ownership is counted by owner: a node takes one reference on each child, and only deletes children that nobody
+/// else refers to. Contract: the destructor is not virtual here; delete items as DataField or below.
+///
+/// The order of virtual operations, here and in the classes below, is binary contract.
+class ORBEL_API DataBaseType {
+public:
+    /// The nesting level that renderings share, in tabs. May be negative, which writes none.
+    static int indentation;
+    static DataType* classType;
+
+    /// Does nothing: the record of this class is there from the moment the library is loaded.
+    static void init();
+    static DataType* getClassType();
+
+    static void setIndent(int level);
+    static int getIndent();
+    static int incrIndent();
+    static int decrIndent();
+
+    /// Writes `indentation` tabs. Contract: the stream's fill character stays a tab.
+    static void indent(std::ostream& os);
+
+    /// `name` is cut to its first 99 characters.
+    explicit DataBaseType(char* name);
+    DataBaseType(const DataBaseType&) = default;
+    DataBaseType& operator=(const DataBaseType&) = default;
+    ~DataBaseType() = default;
+
+    /// The class name, a constant.
+    virtual const char* getTypeName();
+    virtual void dump(std::ostream& os, int first, int last, int withName);
+    virtual void dumpXML(std::ostream& os);
+
+    void setName(char* name);
+    /// The item's own buffer; valid as long as the item, changed by setName.
+    char* getName();
+
+    void setType(DataType* type);
+    /// 1 when the item's class is `type` or derives from it, else 0.
+    int isOfType(DataType* type);
+    /// 1 when the item's class is exactly `type`, else 0.
+    int isExactType(DataType* type);
+
+    /// Adds, or removes, one anonymous reference; returns the new count, never below 0.
+    int ref();
+    int unref();
+
+    /// Adds, or removes, the reference of `owner`; returns the count of distinct owners. Further calls of the same
+    /// owner only count in getRefCalls().
+    int ref(void* owner, DataField* referrer);
+    int unref(void* owner, DataField* referrer);
+
+    int getRef();
+    /// Calls of ref by owners minus matching unref calls, never below 0.
+    int getRefCalls();
+    /// Sets the count to 0 and leaves the owners known.
+    void clearRef();
+
+protected:
+    DataType* type();
+
+private:
+    DataType* m_type;
+    char m_name[100];
+    int m_referenceCount = 0;
+    int m_referenceCalls = 0;
+    std::map<void*, DataField*> m_referrers;
+};
+
+#endif

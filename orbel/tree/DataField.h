@@ -1,0 +1,130 @@
+#ifndef ORBEL_TREE_DATAFIELD_H
+#define ORBEL_TREE_DATAFIELD_H
+
+#include <orbel/tree/DataBaseType.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class DataHandler;
+class DataNode;
+class HandlerList;
+class LinkTargets;
+
+/// A member of a tree: an item with a parent, observers, links, and values that are set and read as text.
+///
+/// Null texts read as empty texts. A field may be destroyed at any time, also from inside one of its own
+/// notifications; what is under way on it then ends. Destroying a field takes its handlers off and ends its links,
+/// but leaves the parent alone: take it out of its parent first (DataNode::removeField).
+class ORBEL_API DataField : public DataBaseType {
+public:
+    static DataType* classType;
+    static void init();
+    static DataType* getClassType();
+
+    explicit DataField(char* name);
+    /// Copies share the handlers and the link targets of `other`, see clone().
+    DataField(const DataField& other);
+    DataField& operator=(const DataField& other);
+
+    const char* getTypeName() override;
+
+    /// Ends the links to this field's source and to its targets.
+    virtual void ClearLinks();
+
+    virtual ~DataField();
+
+    /// Grows to `n` values or elements, at most 16,777,216; never shrinks.
+    virtual void setSize(int n);
+    virtual int getSize();
+
+    /// A new item of the same class and name, owned by the caller.
+    virtual DataField* clone();
+
+    /// Loads values from text: comma-separated tokens, in doubled quotes where they hold commas. Without an index
+    /// text the first token is stored; with one ("2]", "0-3,7") each index takes the next token.
+    virtual void parse(char* indexSpec, char* text);
+
+    /// Each form of setData first passes the call to the link targets, in order.
+    virtual void setData(const char* value);
+    virtual void setData(const char* value, int index);
+    virtual void setData(std::string* value, int index);
+    /// Stores the texts from index `from` on; the last one repeats up to `to`, -1 stands for as many as there are.
+    virtual void setData(std::vector<char*>* values, int from, int to);
+
+    /// The texts belong to the field and stay valid until the next store.
+    virtual bool getData(char** value, int index);
+    virtual std::string* getData(int index);
+    /// Replaces the content of `out` by the texts of `from` to `to`, both included; -1 stands for all the rest.
+    virtual void getData(std::vector<char*>* out, int from, int to);
+    virtual std::vector<std::string>* getDataVector();
+
+    virtual void clearData();
+    virtual bool copyData(DataField* source, int sourceIndex, int targetIndex, int count);
+
+    DataNode* getParent();
+    void setParent(DataNode* parent, int instance);
+    int getParentInstance();
+    /// 1 once a value has been stored; before that, stores are the only thing handlers are not told of.
+    int getDataInitialized();
+    void setDataInitialized(int initialized);
+
+    /// The path from the root, as getField of the root reads it back. In one process-wide buffer that the next call
+    /// overwrites. Counts at most 30 levels up.
+    char* getFullPath();
+
+    /// Adds `handler` at the end of the list and notifies every handler once, with changed = false. Does not take it
+    /// off another field; registering by path through a node does.
+    void registerHandler(DataHandler* handler);
+    void unregisterHandler(DataHandler* handler);
+    void unregisterAllHandlers();
+
+    /// Notify in order of registration; nothing is told before the first store.
+    void fireHandlers(bool changed);
+    void fireHandlers(bool changed, int from, int to);
+    /// Told also before the first store.
+    void fireOnTypeChange(char* typeName);
+
+    /// Counts the handlers that ask for real changes only; registering and unregistering do it by themselves.
+    void countNotifyOnValueChange();
+    int getCountNotifyOnValueChange();
+
+    /// The first handler of exactly this name, else null.
+    DataHandler* getHandlerByName(char* name);
+    /// Null when out of range.
+    DataHandler* getHandlerByID(int index);
+    int getNumHandlers();
+    void dumpHandlers();
+
+    /// Makes `target` follow this field. Refused, without a word, when it would close a cycle or exists already.
+    void addTargetLink(DataField* target);
+    void setLinkSource(DataField* source);
+    void removeTargetLink(DataField* target);
+    void removeSourceLink();
+    void removeAllTargets();
+    /// True when `field` is on this field's chain of sources.
+    bool findLinkSource(DataField* field);
+    DataField* getLinkSource();
+
+private:
+    friend class DataNode;
+    friend class DataStructure;
+    friend class LinkTargets;
+
+    void registerMarker();
+
+    HandlerList& handlers() const;
+    LinkTargets& targets() const;
+    void shareFrom(const DataField& other);
+
+    // Made on first need. A copy shares them, so copying makes them in the original too.
+    mutable std::shared_ptr<HandlerList> m_handlers;
+    DataNode* m_parent = nullptr;
+    int m_parentInstance = 0;
+    int m_dataInitialized = 0;
+    DataField* m_linkSource = nullptr;
+    mutable std::shared_ptr<LinkTargets> m_targets;
+};
+
+#endif

@@ -1,0 +1,88 @@
+#ifndef ORBEL_TREE_DATAHANDLER_H
+#define ORBEL_TREE_DATAHANDLER_H
+
+#include <orbel/foundation/Export.h>
+
+#include <memory>
+#include <vector>
+
+class DataField;
+class DataType;
+class HandlerList;
+
+/// An observer of fields. Derive from it, override onChange, register it on a field or by path through a node.
+///
+/// Whoever creates a handler owns it. It takes itself off its field when it is destroyed, and is taken off when the
+/// field is destroyed first. Contract: the destructor is not virtual; delete a handler as the class it was made as.
+///
+/// What may happen inside a callback: anything. A handler may set values, register and unregister itself and others,
+/// destroy handlers, and delete the field that is notifying. The pass goes by position through the live list: when
+/// a handler removes itself or an earlier one, the next in line is skipped in that pass; handlers appended during
+/// a pass are reached by it; when the field dies the pass ends.
+class ORBEL_API DataHandler {
+public:
+    DataHandler();
+    /// `name` is cut to its first 99 characters.
+    explicit DataHandler(char* name);
+    /// A copy names the same field but is registered nowhere. Assigning takes the target off its fields first.
+    DataHandler(const DataHandler& other);
+    DataHandler& operator=(const DataHandler& other);
+    ~DataHandler();
+
+    /// Writes the handler's and its field's name to standard output.
+    virtual void dump();
+    /// The field was stored to. `changed` is false when a handler of the field asked for change detection and all
+    /// texts stayed as they were, and on the notice that a handler has joined.
+    virtual void onChange(DataField& field, bool changed);
+    /// The same for a field of several values: `from` to `to` is the range of indices, both included.
+    virtual void onChange(DataField& field, bool changed, int from, int to);
+    virtual void onTypeChange(DataField& field, char* typeName);
+    /// The class of field to create when the handler is registered by a path that names none.
+    virtual DataType* getFieldType();
+
+    char* getName();
+    void setName(char* name);
+    /// A number for the handler's owner; the tree does not use it.
+    int getOffset();
+    void setOffset(int offset);
+    /// Whether the field compares texts to tell real changes. Takes effect at the field's next registration or
+    /// unregistration.
+    int getNotifyOnValueChange();
+    void setNotifyOnValueChange(int notify);
+    int getUseConvTable();
+    void setUseConvTable(int use);
+    char* getConvTableName();
+    /// `name` is cut to its first 99 characters.
+    void setConvTableName(char* name);
+
+    /// The field the handler is registered on, or null.
+    DataField* getField();
+
+protected:
+    void setField(DataField* field);
+
+private:
+    friend class DataField;
+    friend class HandlerList;
+
+    void joined(HandlerList* list);
+    void left(HandlerList* list);
+    void leaveAllLists();
+
+    char m_name[100] = {};
+    int m_offset = 0;
+    DataField* m_field = nullptr;
+    int m_notifyOnValueChange = 0;
+    int m_useConvTable = 0;
+    char m_convTableName[100] = {};
+
+protected:
+    /// For the plug-in side; the tree never reads it.
+    int m_flags = 0;
+
+private:
+    HandlerList* m_list = nullptr;
+    std::vector<HandlerList*> m_furtherLists;
+};
+
+#endif

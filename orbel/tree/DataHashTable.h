@@ -1,0 +1,53 @@
+#ifndef ORBEL_TREE_DATAHASHTABLE_H
+#define ORBEL_TREE_DATAHASHTABLE_H
+
+#include <orbel/tree/DataArray.h>
+
+#include <unordered_map>
+
+/// An array whose elements are addressed by a text key. Grows only through newObject.
+class ORBEL_API DataHashTable : public DataArray {
+public:
+    static DataType* classType;
+    static void init();
+    static DataType* getClassType();
+
+    explicit DataHashTable(char* name);
+    ~DataHashTable() override;
+
+    using DataArray::dump;
+
+    const char* getTypeName() override;
+    void dump(std::ostream& os, int first, int last, int withName) override;
+    /// Does nothing.
+    void setSize(int n) override;
+    /// Hands the values between the braces of `text` to the entries of a list of keys; a key without an entry uses up
+    /// its value. Contract: keys are not trimmed here.
+    void parse(char* keys, char* text) override;
+    void removeChildren() override;
+    /// Appends the entries of a list of keys, null for a key without one. Keys are trimmed.
+    void getFieldsByRange(char* keys, std::vector<DataField*>* out) override;
+
+    /// The entries in the table's own order; the first for a negative index, null past the end.
+    virtual DataObject* getObject(int index);
+    /// The entry of exactly this key, else null.
+    virtual DataObject* getObject(char* key);
+
+    /// The key of the entry that getObject(int) gives; valid as long as the entry exists.
+    char* getObjectKey(int index);
+    /// The entry of this key, created when missing.
+    DataObject* newObject(char* key);
+
+    /// Prints the entries of a list of keys, all for null.
+    void dumpKeys(std::ostream& os, char* keys, int withName);
+
+private:
+    using Entries = std::unordered_map<std::string, DataObject*>;
+
+    Entries::value_type* entryAt(int index);
+    DataObject* entryOf(std::string_view key);
+
+    Entries m_entries;
+};
+
+#endif

@@ -1,0 +1,273 @@
+#include <orbel/tree/DataNode.h>
+
+#include <orbel/foundation/DataClassType.h>
+#include <orbel/tree/DataHashTable.h>
+#include <orbel/tree/DataValue.h>
+#include <orbel/tree/Orbel.h>
+
+#include "../foundation/text/FixedText.h"
+#include "../foundation/text/Scanner.h"
+#include "CommandText.h"
+#include "FieldWatch.h"
+#include "LinkTargets.h"
+#include "TreeState.h"
+
+#include <algorithm>
+
+namespace {
+
+/// What commands call the root of a tree, in any letter case.
+constexpr std::string_view rootName = "Orbel";
+
+} // namespace
+
+DataType* DataNode::classType = nullptr;
+
+void DataNode::init() {
+    if (classType)
+        return;
+    DataField::init();
+    char name[] = "DataNode";
+    classType = new DataClassType<DataNode, DataField>(name);
+}
+
+DataType* DataNode::getClassType() {
+    init();
+    return classType;
+}
+
+DataNode::DataNode(char* name) : DataField(name) {
+    setType(getClassType());
+}
+
+const char* DataNode::getTypeName() {
+    return "DataNode";
+}
+
+bool DataNode::addField(DataField* /*field*/, int /*instance*/) {
+    return false;
+}
+
+void DataNode::getFieldsVector(std::vector<DataField*>* out) {
+    out->clear();
+}
+
+DataField* DataNode::getField(char* /*path*/, int /*index*/, int /*flag*/) {
+    return nullptr;
+}
+
+void DataNode::removeField(char* /*name*/, int /*index*/) {}
+
+void DataNode::removeChildren() {}
+
+void DataNode::deleteChildren() {}
+
+int DataNode::getNumFields() {
+    return 0;
+}
+
+DataField* DataNode::getFieldByIndex(int /*index*/) {
+    return nullptr;
+}
+
+void DataNode::dump() {}
+
+void DataNode::dumpData(char* paths, int /*ignored*/, std::ostream& os) {
+    std::string_view rest = text::viewOf(paths);
+    while (!rest.empty()) {
+        text::skipBlanks(rest);
+        dumpField(std::string(text::cutAt(rest, ';')).data(), os);
+    }
+}
+
+void DataNode::dumpField(char* path, std::ostream& os) {
+    AddressedRange address(text::viewOf(path));
+    DataField* field =
+        text::equalsIgnoringCase(address.path, rootName) ? findRoot() : getField(address.path.data(), 0, 0);
+    if (!field)
+        return;
+    if (!address.range) {
+        field->dump(os, -1, -1, 1);
+        return;
+    }
+    if (field->isOfType(DataHashTable::getClassType()) != 0) {
+        std::string_view range = *address.range;
+        static_cast<DataHashTable*>(field)->dumpKeys(os, std::string(text::cutAt(range, ']')).data(), 1);
+        return;
+    }
+    for (std::string_view ranges = *address.range; !ranges.empty();) {
+        const text::IndexRange range = text::readIndexRange(ranges);
+        field->dump(os, range.start, range.end, 1);
+    }
+}
+
+bool DataNode::registerHandler(char* /*path*/, DataHandler* /*handler*/, int /*index*/) {
+    return false;
+}
+
+bool DataNode::unregisterHandler(DataHandler* /*handler*/) {
+    return false;
+}
+
+bool DataNode::setFieldSize(char* /*path*/, int /*size*/) {
+    return false;
+}
+
+bool DataNode::getFieldSize(char* /*path*/, int* /*size*/) {
+    return false;
+}
+
+bool DataNode::setFieldData(char* /*path*/, std::string* /*value*/) {
+    return false;
+}
+
+bool DataNode::setFieldData(char* /*path*/, char* /*value*/) {
+    return false;
+}
+
+bool DataNode::setFieldData(char* /*path*/, char* /*value*/, int /*index*/) {
+    return false;
+}
+
+bool DataNode::setFieldData(char* /*path*/, std::vector<char*>* /*values*/, int /*from*/, int /*to*/) {
+    return false;
+}
+
+bool DataNode::getFieldData(char* /*path*/, std::string* /*value*/) {
+    return false;
+}
+
+bool DataNode::getFieldData(char* /*path*/, char** /*value*/) {
+    return false;
+}
+
+bool DataNode::getFieldData(char* /*path*/, std::vector<char*>* /*out*/, int /*from*/, int /*to*/) {
+    return false;
+}
+
+void DataNode::executeCommand(char* command, int index) {
+    if (!command)
+        return;
+    const FieldWatch watch(*this);
+    if (const auto list = m_targets)
+        list->walk(*this, [&](DataField& target) {
+            if (target.isOfType(DataNode::getClassType()) != 0)
+                static_cast<DataNode&>(target).executeCommand(std::string(command).data(), index);
+        });
+    SetCommand parts;
+    if (watch.ended() || !parts.cut(command))
+        return;
+    if (DataField* field = getField(parts.path, index, 0)) {
+        field->parse(parts.indexText, parts.value);
+        return;
+    }
+    if (!treeState.wildcard)
+        return;
+    treeState.wildcard = false;
+    broadcast(*treeState.lastSearched, treeState.wildcardRest, parts.value, index);
+}
+
+void DataNode::broadcast(DataNode& node, const std::string& rest, const std::string& value, int index) {
+    std::vector<DataField*> children;
+    node.getFieldsVector(&children);
+    const FieldWatch watch(node);
+    const FieldListWatch childrenWatch(children);
+    for (std::size_t at = 0; at < children.size() && !watch.ended(); ++at) {
+        DataField* child = children[at];
+        if (!child || child->getParent() != &node || (!rest.empty() && child->isOfType(getClassType()) == 0))
+            continue;
+        std::string command = child->getName();
+        if (!rest.empty())
+            command += '/' + rest;
+        command += " = " + value;
+        node.executeCommand(command.data(), index);
+    }
+}
+
+void DataNode::parseCommand(char* textToRun, int index) {
+    runList(*this, textToRun, [&](char* command) { executeCommand(command, index); });
+}
+
+void DataNode::getFieldsByRange(char* /*range*/, std::vector<DataField*>* out) {
+    out->assign(1, this);
+}
+
+void DataNode::executeCopyCommand(char* command) {
+    std::string_view sourceText = text::viewOf(command);
+    if (sourceText.find('=') == std::string_view::npos)
+        return;
+    AddressedRange to(text::cutAt(sourceText, '='));
+    AddressedRange from(sourceText);
+    DataField* target = getField(to.path.data(), 0, 1);
+    if (!target)
+        return;
+    const FieldWatch targetWatch(*target);
+    DataField* source = getField(from.path.data(), 0, 1);
+    if (!source || targetWatch.ended())
+        return;
+
+    const bool targetIsNode = target->isOfType(getClassType()) != 0;
+    if (targetIsNode != (source->isOfType(getClassType()) != 0))
+        return;
+    if (!targetIsNode) {
+        const auto [sourceStart, sourceCount] = from.valuesOf(*source);
+        const auto [targetStart, targetCount] = to.valuesOf(*target);
+        target->copyData(source, sourceStart, targetStart, std::min(sourceCount, targetCount));
+        return;
+    }
+    std::vector<DataField*> targets = to.fieldsOf(*static_cast<DataNode*>(target));
+    std::vector<DataField*> sources = from.fieldsOf(*static_cast<DataNode*>(source));
+    const FieldListWatch targetsWatch(targets);
+    const FieldListWatch sourcesWatch(sources);
+    for (std::size_t at = 0; at < targets.size() && !sources.empty(); ++at) {
+        DataField* sourceField = sources[std::min(at, sources.size() - 1)];
+        if (targets[at] && sourceField)
+            targets[at]->copyData(sourceField, 0, 0, -1);
+    }
+}
+
+void DataNode::parseCopyCommand(char* textToRun) {
+    runList(*this, textToRun, [&](char* command) { executeCopyCommand(command); });
+}
+
+void DataNode::executeClearField(char* path) {
+    std::string whole(text::trim(text::viewOf(path)));
+    const AddressedRange address(whole);
+    DataField* field = text::equalsIgnoringCase(whole, rootName) ? findRoot() : getField(whole.data(), 0, 0);
+    if (!field)
+        return;
+    if (!address.range) {
+        field->clearData();
+        return;
+    }
+    if (field->isOfType(getClassType()) == 0)
+        return;
+    std::vector<DataField*> fields = address.fieldsOf(*static_cast<DataNode*>(field));
+    const FieldListWatch watch(fields);
+    for (std::size_t at = 0; at < fields.size(); ++at)
+        if (fields[at])
+            fields[at]->clearData();
+}
+
+void DataNode::executeClearCommand(char* textToRun) {
+    std::string_view rest = text::viewOf(textToRun);
+    if (rest.empty()) {
+        executeClearField(std::string(rootName).data());
+        return;
+    }
+    const std::string copy(rest);
+    const FieldWatch watch(*this);
+    for (rest = copy; !rest.empty() && !watch.ended();)
+        executeClearField(std::string(text::trim(text::cutAt(rest, ';'))).data());
+}
+
+void DataNode::setData(char* /*value*/, int /*index*/) {}
+
+void DataNode::setData(char* /*value*/) {}
+
+DataNode* DataNode::findRoot() {
+    for (DataNode* node = this; node; node = node->getParent())
+        if (node->isOfType(Orbel::getClassType()) != 0)
+            return node;
+    return nullptr;
+}

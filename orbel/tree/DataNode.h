@@ -1,0 +1,72 @@
+#ifndef ORBEL_TREE_DATANODE_H
+#define ORBEL_TREE_DATANODE_H
+
+#include <orbel/tree/DataField.h>
+
+/// A field with children. Declares the child interface with answers that do nothing; DataStructure, DataArray and
+/// DataHashTable supply them. Texts given as `char*` are not changed unless the operation says so.
+class ORBEL_API DataNode : public DataField {
+public:
+    static DataType* classType;
+    static void init();
+    static DataType* getClassType();
+
+    explicit DataNode(char* name);
+
+    using DataField::dump;
+    using DataField::registerHandler;
+    using DataField::setData;
+    using DataField::unregisterHandler;
+
+    const char* getTypeName() override;
+
+    virtual bool addField(DataField* field, int instance);
+    virtual void getFieldsVector(std::vector<DataField*>* out);
+    virtual DataField* getField(char* path, int index, int flag);
+    virtual void removeField(char* name, int index);
+    virtual void removeChildren();
+    virtual void deleteChildren();
+    virtual int getNumFields();
+    virtual DataField* getFieldByIndex(int index);
+    virtual void dump();
+    /// Prints each item of a list of paths separated by ";".
+    virtual void dumpData(char* paths, int ignored, std::ostream& os);
+    /// Prints the item at a path; a range in brackets selects values, elements or keys.
+    virtual void dumpField(char* path, std::ostream& os);
+    virtual bool registerHandler(char* path, DataHandler* handler, int index);
+    virtual bool unregisterHandler(DataHandler* handler);
+    virtual bool setFieldSize(char* path, int size);
+    virtual bool getFieldSize(char* path, int* size);
+    virtual bool setFieldData(char* path, std::string* value);
+    virtual bool setFieldData(char* path, char* value);
+    virtual bool setFieldData(char* path, char* value, int index);
+    virtual bool setFieldData(char* path, std::vector<char*>* values, int from, int to);
+    virtual bool getFieldData(char* path, std::string* value);
+    virtual bool getFieldData(char* path, char** value);
+    virtual bool getFieldData(char* path, std::vector<char*>* out, int from, int to);
+    /// Runs one command "path = value"; repeated on every node that follows this one by a link. "*" in the path
+    /// stands for every child.
+    virtual void executeCommand(char* command, int index);
+    /// Runs a list of commands separated by ";" outside braces and doubled quotes.
+    virtual void parseCommand(char* text, int index);
+    /// Replaces the content of `out` by this node.
+    virtual void getFieldsByRange(char* range, std::vector<DataField*>* out);
+    /// Runs one command "target = source", with ranges in brackets on either side.
+    virtual void executeCopyCommand(char* command);
+    virtual void parseCopyCommand(char* text);
+    /// Clears the field at a path, or the whole tree for "Orbel" in any letter case.
+    virtual void executeClearField(char* path);
+    /// Clears each path of a list separated by ";"; an empty text clears the whole tree.
+    virtual void executeClearCommand(char* text);
+    virtual void setData(char* value, int index);
+    virtual void setData(char* value);
+
+protected:
+    /// The nearest Orbel, this node included; null when there is none.
+    DataNode* findRoot();
+
+private:
+    static void broadcast(DataNode& node, const std::string& rest, const std::string& value, int index);
+};
+
+#endif

@@ -1,0 +1,435 @@
+#include <orbel/tree/DataStructure.h>
+
+#include <orbel/foundation/DataClassType.h>
+#include <orbel/tree/DataHashTable.h>
+
+#include "../foundation/text/FixedText.h"
+#include "../foundation/text/Scanner.h"
+#include "FieldCreation.h"
+#include "FieldPath.h"
+#include "FieldWatch.h"
+#include "HandlerList.h"
+#include "Limits.h"
+#include "TreeState.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <iostream>
+#include <iterator>
+
+DataType* DataStructure::classType = nullptr;
+
+void DataStructure::init() {
+    if (classType)
+        return;
+    DataNode::init();
+    char name[] = "DataStructure";
+    classType = new DataClassType<DataStructure, DataNode>(name);
+}
+
+DataType* DataStructure::getClassType() {
+    init();
+    return classType;
+}
+
+DataStructure::DataStructure(char* name) : DataNode(name), m_children(std::make_unique<Children>()) {
+    setType(getClassType());
+}
+
+DataStructure::~DataStructure() {
+    for (const auto& [name, child] : *m_children)
+        if (child->getParent() == this)
+            child->setParent(nullptr, child->getParentInstance());
+    if (treeState.lastSearched == this)
+        treeState.lastSearched = nullptr;
+}
+
+const char* DataStructure::getTypeName() {
+    return "DataStructure";
+}
+
+void DataStructure::dump(std::ostream& os, int first, int last, int withName) {
+    indent(os);
+    if (withName != 0)
+        os << getName() << " =";
+    os << "{\n";
+    incrIndent();
+    for (const auto& [name, child] : *m_children) {
+        if (child->isOfType(DataNode::getClassType()) == 0)
+            indent(os);
+        child->dump(os, first, last, 1);
+        os << '\n';
+    }
+    decrIndent();
+    indent(os);
+    os << '}';
+}
+
+void DataStructure::dumpXML(std::ostream& os) {
+    indent(os);
+    os << '<' << getName() << ">\n";
+    incrIndent();
+    for (const auto& [name, child] : *m_children) {
+        child->dump(os, -1, -1, 1);
+        os << '\n';
+    }
+    decrIndent();
+    indent(os);
+    os << "</" << getName() << ">\n" << std::flush;
+}
+
+void DataStructure::dump() {
+    dump(std::cout, -1, -1, 1);
+}
+
+void DataStructure::ClearLinks() {
+    DataField::ClearLinks();
+    for (const auto& [name, child] : *m_children)
+        child->ClearLinks();
+}
+
+int DataStructure::getSize() {
+    return 1;
+}
+
+DataField* DataStructure::clone() {
+    auto* copy = static_cast<DataStructure*>(type()->alloc(getName(), getSize()));
+    for (const auto& [name, child] : *m_children)
+        copy->addField(child->clone(), -1);
+    return copy;
+}
+
+void DataStructure::parse(char* indexSpec, char* textToRead) {
+    std::string_view groups = text::viewOf(textToRead);
+    if (!indexSpec) {
+        if (const auto commands = text::braceGroup(groups))
+            parseCommand(std::string(*commands).data(), 0);
+        return;
+    }
+    const FieldWatch watch(*this);
+    std::string_view ranges = text::viewOf(indexSpec);
+    while (!ranges.empty()) {
+        const text::IndexRange range = text::readIndexRange(ranges);
+        if (range.start == -1)
+            return;
+        const int count = range.end == -1 ? 1 : range.end - range.start + 1;
+        for (int done = 0; done < count; ++done) {
+            if (groups.empty() || watch.ended())
+                return;
+            if (const auto commands = text::braceGroup(text::cutListItem(groups, ',')))
+                parseCommand(std::string(*commands).data(), range.start + done);
+        }
+    }
+}
+
+bool DataStructure::getData(char** /*value*/, int /*index*/) {
+    return false;
+}
+
+void DataStructure::clearData() {
+    const FieldWatch watch(*this);
+    for (auto child = m_children->begin(); child != m_children->end();) {
+        // A handler may take children out while they are cleared: go on behind the name, not the entry.
+        const std::string name = child->first;
+        child->second->clearData();
+        if (watch.ended())
+            return;
+        child = m_children->upper_bound(name);
+    }
+}
+
+bool DataStructure::copyData(DataField* source, int /*sourceIndex*/, int /*targetIndex*/, int /*count*/) {
+    if (!source || source->isOfType(getClassType()) == 0)
+        return false;
+    const FieldWatch watch(*this);
+    const FieldWatch sourceWatch(*source);
+    const Children& children = *static_cast<DataStructure*>(source)->m_children;
+    for (auto child = children.begin(); child != children.end();) {
+        std::string name = child->first;
+        if (name.substr(0, 1) != "#")
+            if (DataField* target = getField(name.data(), 0, 1))
+                target->copyData(child->second, 0, 0, -1);
+        if (watch.ended() || sourceWatch.ended())
+            return true;
+        child = children.upper_bound(name);
+    }
+    return true;
+}
+
+bool DataStructure::addField(DataField* field, int instance) {
+    if (!field)
+        return false;
+    const bool added = m_children->try_emplace(field->getName(), field).second;
+    field->setParent(this, instance);
+    field->ref(this, this);
+    return added;
+}
+
+void DataStructure::getFieldsVector(std::vector<DataField*>* out) {
+    out->clear();
+    out->reserve(m_children->size());
+    for (const auto& [name, child] : *m_children)
+        out->push_back(child);
+}
+
+void DataStructure::clearFieldsVector(std::vector<DataField*>* out) {
+    out->clear();
+}
+
+DataField* DataStructure::findChild(std::string_view name) {
+    const auto found = m_children->find(name);
+    return found == m_children->end() ? nullptr : found->second;
+}
+
+DataField* DataStructure::getField(char* path, int index, int flag) {
+    if (!path)
+        return nullptr;
+    const std::string_view whole(path, strnlen(path, limits::maxPathLength + 1));
+    if (whole.size() > limits::maxPathLength)
+        return nullptr;
+    treeState.lastSearched = this;
+    treeState.wildcard = false;
+
+    const std::size_t slash = whole.find('/');
+    const PathSegment segment = readSegment(whole.substr(0, slash));
+    char* rest = slash == std::string_view::npos ? nullptr : path + slash + 1;
+
+    if (segment.isWildcard()) {
+        treeState.wildcard = true;
+        text::copyCut(treeState.wildcardRest, rest);
+        return nullptr;
+    }
+    if (segment.isParent() && getParent())
+        return getParent()->getField(rest, index, flag);
+
+    if (!segment.kind) {
+        DataField* child = findChild(segment.name);
+        return child ? descend(child, segment.indexText, rest, index, flag) : nullptr;
+    }
+
+    // Creating and marking run callbacks, and the path may stand in a buffer that those write to.
+    std::array<char, limits::maxPathLength + 1> copy{};
+    whole.copy(copy.data(), whole.size());
+    const PathSegment copied = readSegment({copy.data(), std::min(slash, whole.size())});
+    const FieldWatch watch(*this);
+    DataField* child = findOrCreate(*copied.kind, copied.name);
+    if (!child || watch.ended())
+        return nullptr;
+    return descend(child, copied.indexText, rest ? copy.data() + slash + 1 : nullptr, index, flag);
+}
+
+DataField* DataStructure::findOrCreate(std::string_view kind, std::string_view name) {
+    std::string_view childName = name.substr(0, limits::maxNameLength);
+    if (kind == hashTableKind)
+        if (const auto table = readTableName(name))
+            childName = table->table.substr(0, limits::maxNameLength);
+    DataField* child = findChild(childName);
+    if (!child)
+        child = createField(kind, name).release();
+    if (!child)
+        return nullptr;
+
+    const FieldWatch watch(*this);
+    const FieldWatch childWatch(*child);
+    child->registerMarker();
+    if (watch.ended() || childWatch.ended())
+        return nullptr;
+    addField(child, -1);
+    return child;
+}
+
+DataField* DataStructure::descend(DataField* child, std::optional<std::string_view> indexText, char* rest, int index,
+                                  int flag) {
+    if (child->isOfType(DataNode::getClassType()) == 0)
+        return child;
+    const bool isTable = child->isOfType(DataHashTable::getClassType()) != 0;
+    if (!isTable) {
+        if (!rest)
+            return child;
+        const int start = indexText ? text::readIndexRange(*indexText).start : 0;
+        return static_cast<DataNode*>(child)->getField(rest, start, 1);
+    }
+    if (!indexText || (!rest && flag == 0))
+        return child;
+    const std::string_view unchecked = indexText->substr(0, indexText->find(']'));
+    if (rest && unchecked.find(',') != std::string_view::npos)
+        return child;
+    const std::string_view key = text::trim(unchecked);
+    if (key.empty())
+        return nullptr;
+    std::array<char, limits::maxPathLength + 1> keyText{};
+    key.copy(keyText.data(), key.size());
+    DataObject* entry = static_cast<DataHashTable*>(child)->getObject(keyText.data());
+    if (!entry || !rest)
+        return entry;
+    return entry->getField(rest, index, 1);
+}
+
+void DataStructure::removeField(char* name, int index) {
+    if (m_children->empty())
+        return;
+    const auto entry = m_children->find(text::viewOf(name));
+    DataField* field = entry != m_children->end() ? entry->second : getField(name, index, 1);
+    if (!field)
+        return;
+    field->unref(this, this);
+    if (entry == m_children->end())
+        return;
+    m_children->erase(entry);
+    // A field that is no child any more must not name a parent that may be gone by the time it is asked.
+    if (field->getParent() == this)
+        field->setParent(nullptr, field->getParentInstance());
+}
+
+void DataStructure::removeChildren() {
+    const int count = getNumFields();
+    for (int ordinal = 0; ordinal < count && !m_children->empty(); ++ordinal) {
+        const auto entry = m_children->begin();
+        DataField* child = entry->second;
+        m_children->erase(entry);
+        child->setParent(nullptr, ordinal);
+        child->unref(this, this);
+    }
+}
+
+void DataStructure::deleteChildren() {
+    for (std::size_t left = m_children->size(); left > 0 && !m_children->empty(); --left) {
+        const auto entry = m_children->begin();
+        DataField* child = entry->second;
+        m_children->erase(entry);
+        child->unref(this, this);
+        child->setParent(nullptr, 0);
+        disposeIfUnused(child);
+    }
+}
+
+void DataStructure::disposeIfUnused(DataField* field) {
+    if (field->getRef() != 0 || field->getNumHandlers() != 0)
+        return;
+    if (field->isOfType(DataNode::getClassType()) != 0) {
+        auto* node = static_cast<DataNode*>(field);
+        if (node->getNumFields() > 0)
+            node->deleteChildren();
+        if (node->getNumFields() > 0)
+            return;
+    }
+    delete field;
+}
+
+int DataStructure::getNumFields() {
+    return static_cast<int>(m_children->size());
+}
+
+DataField* DataStructure::getFieldByIndex(int index) {
+    if (index >= getNumFields() || m_children->empty())
+        return nullptr;
+    return std::next(m_children->begin(), std::max(index, 0))->second;
+}
+
+bool DataStructure::registerHandler(char* path, DataHandler* handler, int index) {
+    if (!handler)
+        return false;
+    DataField* found = getField(path, index, 1);
+    if (!found)
+        found = findChild(text::viewOf(path).substr(0, limits::maxNameLength));
+    if (DataField* old = HandlerList::fieldOf(*handler)) {
+        if (old == found)
+            return true;
+        old->unregisterHandler(handler);
+        if (old->getNumHandlers() == 0) {
+            if (DataNode* parent = old->getParent())
+                parent->removeField(old->getName(), -1);
+            if (!found) {
+                old->setName(path);
+                addField(old, index);
+                found = old;
+            }
+            found->registerHandler(handler);
+            return true;
+        }
+    }
+    if (!found) {
+        found = static_cast<DataField*>(handler->getFieldType()->alloc(path, 0));
+        addField(found, index);
+    }
+    found->registerHandler(handler);
+    return true;
+}
+
+bool DataStructure::unregisterHandler(DataHandler* handler) {
+    DataField* field = handler ? HandlerList::fieldOf(*handler) : nullptr;
+    if (!field)
+        return false;
+    field->unregisterHandler(handler);
+    DataNode* parent = field->getParent();
+    if (field->getNumHandlers() != 0 || !parent)
+        return true;
+    parent->removeField(field->getName(), field->getParentInstance());
+    disposeIfUnused(field);
+    return true;
+}
+
+bool DataStructure::setFieldSize(char* path, int size) {
+    DataField* field = getField(path, 0, 1);
+    if (field)
+        field->setSize(size);
+    return field != nullptr;
+}
+
+bool DataStructure::getFieldSize(char* path, int* size) {
+    DataField* field = getField(path, 0, 1);
+    if (field)
+        *size = field->getSize();
+    return field != nullptr;
+}
+
+bool DataStructure::setFieldData(char* path, std::string* value) {
+    DataField* field = getField(path, 0, 1);
+    if (field)
+        field->setData(value, 0);
+    return field != nullptr;
+}
+
+bool DataStructure::setFieldData(char* path, char* value) {
+    DataField* field = getField(path, 0, 1);
+    if (field)
+        field->setData(value);
+    return field != nullptr;
+}
+
+bool DataStructure::setFieldData(char* path, char* value, int index) {
+    DataField* field = getField(path, 0, 1);
+    if (field)
+        field->setData(value, index);
+    return field != nullptr;
+}
+
+bool DataStructure::setFieldData(char* path, std::vector<char*>* values, int from, int to) {
+    DataField* field = getField(path, 0, 1);
+    if (field)
+        field->setData(values, from, to);
+    return field != nullptr;
+}
+
+bool DataStructure::getFieldData(char* path, std::string* value) {
+    DataField* field = getField(path, 0, 1);
+    const std::string* stored = field ? field->getData(0) : nullptr;
+    if (stored)
+        *value = *stored;
+    return stored != nullptr;
+}
+
+bool DataStructure::getFieldData(char* path, char** value) {
+    DataField* field = getField(path, 0, 1);
+    if (field)
+        field->getData(value, 0);
+    return field != nullptr;
+}
+
+bool DataStructure::getFieldData(char* path, std::vector<char*>* out, int from, int to) {
+    DataField* field = getField(path, 0, 1);
+    if (field)
+        field->getData(out, from, to);
+    return field != nullptr;
+}

@@ -1,0 +1,102 @@
+#ifndef ORBEL_TREE_DATASTRUCTURE_H
+#define ORBEL_TREE_DATASTRUCTURE_H
+
+#include <orbel/tree/DataNode.h>
+
+#include <map>
+#include <optional>
+#include <string_view>
+
+/// A node whose children are named fields, ordered by name in byte order. Destroying it leaves the children alive and
+/// without a parent.
+///
+/// Fields are reached by path, at most 511 characters:
+///
+///     scene/title          child title of child scene
+///     points[2]/x          x of element 2 of an array
+///     cities[Oslo]/x       x of the entry with this key in a hash table
+///     ../title             title of the parent
+///     string:title         the value title, created when missing
+///     node:scene           the structure scene, created when missing
+///     DataHashTable:c:City the hash table c of City entries, created when missing
+///     */x                  every child: null here, commands broadcast
+class ORBEL_API DataStructure : public DataNode {
+public:
+    static DataType* classType;
+    static void init();
+    static DataType* getClassType();
+
+    explicit DataStructure(char* name);
+    DataStructure(const DataStructure&) = delete;
+    DataStructure& operator=(const DataStructure&) = delete;
+    ~DataStructure() override;
+
+    using DataNode::dump;
+    using DataNode::getData;
+    using DataNode::registerHandler;
+    using DataNode::unregisterHandler;
+
+    const char* getTypeName() override;
+    void dump(std::ostream& os, int first, int last, int withName) override;
+    void dumpXML(std::ostream& os) override;
+    void ClearLinks() override;
+    int getSize() override;
+    /// A structure of clones of the children; handlers, links and references of the structure itself are not copied.
+    DataField* clone() override;
+    /// Runs the commands between the braces of `text`. With an index text, `text` is a list of brace groups, one for
+    /// each index.
+    void parse(char* indexSpec, char* text) override;
+    bool getData(char** value, int index) override;
+    void clearData() override;
+    /// Copies into the children that both have, except those whose name begins with "#". The numbers are ignored.
+    bool copyData(DataField* source, int sourceIndex, int targetIndex, int count) override;
+
+    /// Takes one reference on `field` and becomes its parent. False when the name is taken: the child of that name
+    /// stays, yet the reference and the parent are set; hosts rely on it.
+    bool addField(DataField* field, int instance) override;
+    void getFieldsVector(std::vector<DataField*>* out) override;
+    /// The field at `path`, null when there is none. `index` selects the element when an array is asked. With `flag` 0
+    /// a path that ends in a key gives the hash table instead of the entry.
+    DataField* getField(char* path, int index, int flag) override;
+    /// Takes a child out and releases its reference; does not delete it.
+    void removeField(char* name, int index) override;
+    void removeChildren() override;
+    /// Takes all children out and deletes those that nobody else refers to and no handler observes.
+    void deleteChildren() override;
+    int getNumFields() override;
+    /// In order of names; the first for any index below 1, null past the end.
+    DataField* getFieldByIndex(int index) override;
+    void dump() override;
+    /// Moves the handler to the field at `path`, which is created directly under this structure, named with the whole
+    /// path text, when the path names none. Always true.
+    bool registerHandler(char* path, DataHandler* handler, int index) override;
+    /// Takes the handler off its field. A field that nobody observes any more is removed from its parent, and deleted
+    /// when nobody refers to it. False when the handler is on no field.
+    bool unregisterHandler(DataHandler* handler) override;
+    bool setFieldSize(char* path, int size) override;
+    bool getFieldSize(char* path, int* size) override;
+    bool setFieldData(char* path, std::string* value) override;
+    bool setFieldData(char* path, char* value) override;
+    bool setFieldData(char* path, char* value, int index) override;
+    bool setFieldData(char* path, std::vector<char*>* values, int from, int to) override;
+    /// False also when the field holds no text.
+    bool getFieldData(char* path, std::string* value) override;
+    bool getFieldData(char* path, char** value) override;
+    bool getFieldData(char* path, std::vector<char*>* out, int from, int to) override;
+
+    /// Only empties the vector.
+    void clearFieldsVector(std::vector<DataField*>* out);
+
+private:
+    using Children = std::map<std::string, DataField*, std::less<>>;
+
+    DataField* findChild(std::string_view name);
+    DataField* findOrCreate(std::string_view kind, std::string_view name);
+    static DataField* descend(DataField* child, std::optional<std::string_view> indexText, char* rest, int index,
+                              int flag);
+    static void disposeIfUnused(DataField* field);
+
+    std::unique_ptr<Children> m_children;
+};
+
+#endif

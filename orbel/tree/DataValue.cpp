@@ -1,0 +1,211 @@
+#include <orbel/tree/DataValue.h>
+
+#include <orbel/foundation/DataClassType.h>
+
+#include "../foundation/text/FixedText.h"
+#include "FieldWatch.h"
+#include "Limits.h"
+
+#include <algorithm>
+#include <ostream>
+
+DataType* DataValue::classType = nullptr;
+
+void DataValue::init() {
+    if (classType)
+        return;
+    DataField::init();
+    char name[] = "DataValue";
+    classType = new DataClassType<DataValue, DataField>(name);
+}
+
+DataType* DataValue::getClassType() {
+    init();
+    return classType;
+}
+
+DataValue::DataValue(char* name) : DataField(name), m_values(std::make_shared<std::vector<std::string>>(1, " ")) {
+    setType(getClassType());
+}
+
+DataValue::DataValue(char* name, std::string* value) : DataValue(name) {
+    if (!value)
+        return;
+    m_values->front() = *value;
+    setDataInitialized(1);
+}
+
+const char* DataValue::getTypeName() {
+    return "DataValue";
+}
+
+void DataValue::dump(std::ostream& os, int first, int last, int withName) {
+    const int size = getSize();
+    const bool single = size < 2;
+    int from = 0;
+    int to = 0;
+    if (!single) {
+        from = first < 0 ? 0 : first;
+        to = first < 0 ? size - 1 : (last < 0 ? first : last);
+    }
+    if (withName != 0) {
+        os << getName();
+        if (!single) {
+            os << '[' << from;
+            if (from != to)
+                os << '-' << to;
+            os << ']';
+        }
+        os << '=';
+    }
+    from = std::min(from, size - 1);
+    to = std::min(to, size - 1);
+    for (int index = from; index <= to; ++index)
+        os << (index == from ? "" : ",") << *getData(index);
+    os << ';' << std::flush;
+}
+
+void DataValue::dumpXML(std::ostream& os) {
+    indent(os);
+    os << '<' << getName() << '>';
+    for (int index = 0; index < getSize(); ++index)
+        os << (index == 0 ? "" : ",") << *getData(index);
+    os << "</" << getName() << '>' << std::flush;
+}
+
+void DataValue::setSize(int n) {
+    if (n > getSize() && n <= limits::maxElements)
+        m_values->resize(static_cast<std::size_t>(n));
+}
+
+int DataValue::getSize() {
+    return static_cast<int>(m_values->size());
+}
+
+DataField* DataValue::clone() {
+    auto* copy = static_cast<DataValue*>(type()->alloc(getName(), getSize()));
+    static_cast<DataField&>(*copy) = *this;
+    copy->m_values = m_values;
+    return copy;
+}
+
+/// Stores and tells whether handlers are to hear of a change.
+bool DataValue::storeAt(std::string_view value, std::size_t index) {
+    std::string& stored = (*m_values)[index];
+    const bool changed = getCountNotifyOnValueChange() < 1 || stored != value;
+    stored.assign(value);
+    return changed;
+}
+
+void DataValue::setData(const char* value) {
+    const FieldWatch watch(*this);
+    DataField::setData(value);
+    if (watch.ended())
+        return;
+    setDataInitialized(1);
+    fireHandlers(storeAt(text::viewOf(value), 0));
+}
+
+void DataValue::setData(const char* value, int index) {
+    const FieldWatch watch(*this);
+    DataField::setData(value, index);
+    if (!watch.ended())
+        setAt(text::viewOf(value), index);
+}
+
+void DataValue::setData(std::string* value, int index) {
+    const FieldWatch watch(*this);
+    DataField::setData(value, index);
+    if (!watch.ended())
+        setAt(value ? std::string_view(*value) : std::string_view(), index);
+}
+
+void DataValue::setAt(std::string_view value, int index) {
+    if (index < 0 || index >= getSize())
+        return;
+    setDataInitialized(1);
+    // Contract: handlers rely on the end 0 here; fireHandlers raises it to the index.
+    fireHandlers(storeAt(value, static_cast<std::size_t>(index)), index, 0);
+}
+
+void DataValue::setData(std::vector<char*>* values, int from, int to) {
+    const FieldWatch watch(*this);
+    DataField::setData(values, from, to);
+    if (watch.ended() || !values)
+        return;
+    setDataInitialized(1);
+    const int size = getSize();
+    if (from < 0 || from >= size)
+        return;
+    const long long count = static_cast<long long>(values->size());
+    const long long wanted = to == -1 ? from + count - 1 : std::min<long long>(to, 0LL + size + from - 1);
+    const int last = static_cast<int>(std::min<long long>(wanted, size - 1));
+
+    bool changed = getCountNotifyOnValueChange() < 1;
+    if (count > 0)
+        for (int index = from; index <= last; ++index) {
+            const long long next = std::min<long long>(index - from, count - 1);
+            const char* value = (*values)[static_cast<std::size_t>(next)];
+            changed |= storeAt(text::viewOf(value), static_cast<std::size_t>(index));
+        }
+    fireHandlers(changed, from, last);
+}
+
+bool DataValue::getData(char** value, int index) {
+    std::string* stored = getData(index);
+    if (!stored || !value)
+        return false;
+    *value = stored->data();
+    return true;
+}
+
+std::string* DataValue::getData(int index) {
+    return index >= 0 && index < getSize() ? &(*m_values)[static_cast<std::size_t>(index)] : nullptr;
+}
+
+void DataValue::getData(std::vector<char*>* out, int from, int to) {
+    if (!out)
+        return;
+    out->clear();
+    if (from < 0)
+        return;
+    const int last = to == -1 ? getSize() - 1 : std::min(to, getSize() - 1);
+    for (int index = from; index <= last; ++index)
+        out->push_back((*m_values)[static_cast<std::size_t>(index)].data());
+}
+
+std::vector<std::string>* DataValue::getDataVector() {
+    return m_values.get();
+}
+
+void DataValue::clearData() {
+    const int size = getSize();
+    if (size == 1) {
+        setData("");
+        return;
+    }
+    const FieldWatch watch(*this);
+    for (int index = 0; index < size && !watch.ended(); ++index)
+        setData("", index);
+}
+
+bool DataValue::copyData(DataField* source, int sourceIndex, int targetIndex, int count) {
+    if (!source || source->isOfType(getClassType()) == 0 || sourceIndex < 0 || targetIndex < 0)
+        return false;
+    // A clone shares the values, so source and target may overlap.
+    const auto from = static_cast<DataValue*>(source)->m_values;
+    const int both = std::min(getSize(), source->getSize());
+    count = count < 0 ? both : std::min(count, both);
+    count = std::clamp(std::min(source->getSize() - sourceIndex, getSize() - targetIndex), 0, count);
+
+    const auto first = from->begin() + std::min(sourceIndex, source->getSize());
+    const auto target = m_values->begin() + std::min(targetIndex, getSize());
+    const bool changed = !std::equal(first, first + count, target);
+    if (from == m_values && sourceIndex < targetIndex)
+        std::copy_backward(first, first + count, target + count);
+    else if (from != m_values || sourceIndex != targetIndex)
+        std::copy(first, first + count, target);
+    setDataInitialized(1);
+    fireHandlers(changed, targetIndex, targetIndex + count - 1);
+    return true;
+}

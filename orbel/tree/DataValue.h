@@ -1,0 +1,53 @@
+#ifndef ORBEL_TREE_DATAVALUE_H
+#define ORBEL_TREE_DATAVALUE_H
+
+#include <orbel/tree/DataField.h>
+
+/// A leaf: one or more texts, indexed from 0. A new one holds a single space and counts as not stored yet.
+class ORBEL_API DataValue : public DataField {
+public:
+    static DataType* classType;
+    static void init();
+    static DataType* getClassType();
+
+    explicit DataValue(char* name);
+    DataValue(char* name, std::string* value);
+
+    const char* getTypeName() override;
+    /// "name=value;", or "name[0-2]=a,b,c;" for several values; `first` -1 stands for all.
+    void dump(std::ostream& os, int first, int last, int withName) override;
+    void dumpXML(std::ostream& os) override;
+
+    void setSize(int n) override;
+    int getSize() override;
+
+    /// The copy shares the values, the handlers and the link targets with this item; either may be destroyed first,
+    /// and the first to go takes the shared handlers off and ends the shared links. Until a node adopts the copy it
+    /// names this item's parent.
+    DataField* clone() override;
+
+    void setData(const char* value) override;
+    /// Nothing happens for an index that is not there.
+    void setData(const char* value, int index) override;
+    void setData(std::string* value, int index) override;
+    void setData(std::vector<char*>* values, int from, int to) override;
+
+    bool getData(char** value, int index) override;
+    std::string* getData(int index) override;
+    void getData(std::vector<char*>* out, int from, int to) override;
+    std::vector<std::string>* getDataVector() override;
+
+    /// Stores the empty text in every value, each store notifying.
+    void clearData() override;
+    /// Copies up to `count` texts from another DataValue, all that both have for a negative count. False when the
+    /// source is no DataValue or an index is negative. Not passed on to link targets.
+    bool copyData(DataField* source, int sourceIndex, int targetIndex, int count) override;
+
+private:
+    bool storeAt(std::string_view value, std::size_t index);
+    void setAt(std::string_view value, int index);
+
+    std::shared_ptr<std::vector<std::string>> m_values;
+};
+
+#endif

@@ -1,0 +1,15 @@
+#ifndef ORBEL_TREE_FIELDCREATION_H
+#define ORBEL_TREE_FIELDCREATION_H
+
+#include <memory>
+#include <string_view>
+
+class DataField;
+
+/// The kind of a path segment that stands for a hash table.
+constexpr std::string_view hashTableKind = "DataHashTable";
+
+/// A new field for a kind and a name as a path gives them; null for an unknown kind.
+std::unique_ptr<DataField> createField(std::string_view kind, std::string_view name);
+
+#endif

@@ -1,0 +1,3 @@
+#include "TreeState.h"
+
+TreeState treeState;
