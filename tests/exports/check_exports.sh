@@ -47,9 +47,7 @@ echo "$names" | awk -v list="$documented" -v windows="$([ "$format" = pe ] && ec
     accept("class " owner($0)) { next }
     accept("variable " $0) { next }
 
-    # MinGW marks the type information of some templates for export that nobody asked it to. On Windows a client
-    # binds names to one DLL, so these cannot replace anything of the host; all else is held to the list.
-    windows && /^typeinfo for std::/ { next }
+    # A DLL exports the type information of header-only templates that derive from an exported class.
     windows && /^typeinfo for [A-Za-z_]+</ {
         template = owner($0)
         sub(/<.*$/, "", template)
