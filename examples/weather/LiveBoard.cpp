@@ -11,8 +11,8 @@ constexpr int rowsPerCity = 8;
 constexpr int otherRows = 5;
 
 constexpr std::size_t chartColumn = 21;
-constexpr int storeys = 3;
-constexpr int eighthsPerStorey = 8;
+constexpr long storeys = 3;
+constexpr long eighthsPerStorey = 8;
 
 namespace style {
 constexpr std::string_view frame = "38;5;66";
@@ -69,7 +69,7 @@ StyledLine& addGap(StyledLine& line) {
 }
 
 /// One storey of the bars, counted from the ground; each begins where the one below is full.
-StyledLine weekBars(const Week& week, int storey) {
+StyledLine weekBars(const Week& week, long storey) {
     StyledLine line;
     line.padTo(chartColumn);
     for (const std::string& text : week.texts) {
@@ -154,7 +154,7 @@ void LiveBoard::addCity(const CityState& city) {
     addReading(readings, 59, "wind", city.cell(Column::Wind), "m/s");
     addRow(readings);
 
-    for (int storey = storeys; storey > 0; --storey)
+    for (long storey = storeys; storey > 0; --storey)
         addRow(weekBars(city.week, storey - 1));
 
     const Week& week = city.week;
