@@ -1,0 +1,47 @@
+#ifndef ORBEL_TESTS_SUPPORT_TREECLEANUP_H
+#define ORBEL_TESTS_SUPPORT_TREECLEANUP_H
+
+#include <orbel/orbel.h>
+
+#include <vector>
+
+/// Deletes everything below `node`, whoever refers to it or observes it: deleteChildren spares such fields, which is
+/// right for a host and a leak in a test.
+inline void deleteSubtree(DataNode& node) {
+    if (node.isOfType(DataArray::getClassType()) != 0) {
+        auto& array = static_cast<DataArray&>(node);
+        std::vector<DataObject*> elements;
+        for (int index = 0; index < array.getSize(); ++index) {
+            elements.push_back(array.DataArray::getObject(index));
+            // With a reference of its own no element is deleted before the walk below is done with it.
+            elements.back()->ref(&elements, nullptr);
+            deleteSubtree(*elements.back());
+        }
+        array.removeChildren();
+        for (DataObject* element : elements)
+            delete element;
+        return;
+    }
+    std::vector<DataField*> children;
+    node.getFieldsVector(&children);
+    node.removeChildren();
+    for (DataField* child : children) {
+        if (child->isOfType(DataNode::getClassType()) != 0)
+            deleteSubtree(static_cast<DataNode&>(*child));
+        delete child;
+    }
+}
+
+/// A node of the given class, on the stack, that takes everything below it along.
+///
+///     Owned<Orbel> root(Text("root"));
+template <class Node>
+class Owned : public Node {
+public:
+    using Node::Node;
+    Owned(const Owned&) = delete;
+    Owned& operator=(const Owned&) = delete;
+    ~Owned() override { deleteSubtree(*this); }
+};
+
+#endif
