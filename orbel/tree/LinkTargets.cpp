@@ -3,8 +3,12 @@
 #include <orbel/tree/DataField.h>
 
 void LinkTargets::releaseSilent(const DataField& source) {
-    for (DataField* clone : m_silent)
-        if (clone->m_linkSource == &source)
-            clone->m_linkSource = nullptr;
-    m_silent.clear();
+    // Followers of another field that shares this list stay: they must be told when that one dies.
+    const auto released = std::remove_if(m_silent.begin(), m_silent.end(), [&](DataField* clone) {
+        if (clone->m_linkSource != &source)
+            return false;
+        clone->m_linkSource = nullptr;
+        return true;
+    });
+    m_silent.erase(released, m_silent.end());
 }
