@@ -19,5 +19,6 @@
 #include <orbel/tree/DataValue.h>
 #include <orbel/tree/FieldStream.h>
 #include <orbel/tree/Orbel.h>
+#include <orbel/tree/SharedPart.h>
 
 #endif

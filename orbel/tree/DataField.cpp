@@ -71,13 +71,13 @@ void DataField::shareFrom(const DataField& other) {
 
 HandlerList& DataField::handlers() const {
     if (!m_handlers)
-        m_handlers = std::make_shared<HandlerList>();
+        m_handlers = SharedPart(new HandlerList);
     return *m_handlers;
 }
 
 LinkTargets& DataField::targets() const {
     if (!m_targets)
-        m_targets = std::make_shared<LinkTargets>();
+        m_targets = SharedPart(new LinkTargets);
     return *m_targets;
 }
 

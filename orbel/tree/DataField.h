@@ -2,8 +2,8 @@
 #define ORBEL_TREE_DATAFIELD_H
 
 #include <orbel/tree/DataBaseType.h>
+#include <orbel/tree/SharedPart.h>
 
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -119,12 +119,12 @@ private:
     void shareFrom(const DataField& other);
 
     // Made on first need. A copy shares them, so copying makes them in the original too.
-    mutable std::shared_ptr<HandlerList> m_handlers;
+    mutable SharedPart<HandlerList> m_handlers;
     DataNode* m_parent = nullptr;
     int m_parentInstance = 0;
     int m_dataInitialized = 0;
     DataField* m_linkSource = nullptr;
-    mutable std::shared_ptr<LinkTargets> m_targets;
+    mutable SharedPart<LinkTargets> m_targets;
 };
 
 #endif

@@ -3,7 +3,6 @@
 
 #include <orbel/foundation/Export.h>
 
-#include <memory>
 #include <vector>
 
 class DataField;

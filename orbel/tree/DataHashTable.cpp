@@ -82,7 +82,7 @@ DataHashTable::Entries::value_type* DataHashTable::entryAt(int index) {
 }
 
 DataObject* DataHashTable::entryOf(std::string_view key) {
-    const auto found = m_entries.find(std::string(key));
+    const auto found = m_entries.find(key);
     return found == m_entries.end() ? nullptr : found->second;
 }
 

@@ -3,6 +3,8 @@
 
 #include <orbel/tree/DataArray.h>
 
+#include <functional>
+#include <string_view>
 #include <unordered_map>
 
 /// An array whose elements are addressed by a text key. Grows only through newObject.
@@ -42,7 +44,12 @@ public:
     void dumpKeys(std::ostream& os, char* keys, int withName);
 
 private:
-    using Entries = std::unordered_map<std::string, DataObject*>;
+    /// Keys are looked up as they stand in a path, without a string of their own.
+    struct KeyHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view key) const { return std::hash<std::string_view>()(key); }
+    };
+    using Entries = std::unordered_map<std::string, DataObject*, KeyHash, std::equal_to<>>;
 
     Entries::value_type* entryAt(int index);
     DataObject* entryOf(std::string_view key);

@@ -244,9 +244,9 @@ void DataNode::executeClearField(char* path) {
         return;
     std::vector<DataField*> fields = address.fieldsOf(*static_cast<DataNode*>(field));
     const FieldListWatch watch(fields);
-    for (std::size_t at = 0; at < fields.size(); ++at)
-        if (fields[at])
-            fields[at]->clearData();
+    for (DataField* const& selected : fields)
+        if (selected)
+            selected->clearData();
 }
 
 void DataNode::executeClearCommand(char* textToRun) {

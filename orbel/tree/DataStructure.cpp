@@ -33,12 +33,12 @@ DataType* DataStructure::getClassType() {
     return classType;
 }
 
-DataStructure::DataStructure(char* name) : DataNode(name), m_children(std::make_unique<Children>()) {
+DataStructure::DataStructure(char* name) : DataNode(name) {
     setType(getClassType());
 }
 
 DataStructure::~DataStructure() {
-    for (const auto& [name, child] : *m_children)
+    for (const auto& [name, child] : m_children)
         if (child->getParent() == this)
             child->setParent(nullptr, child->getParentInstance());
     if (treeState.lastSearched == this)
@@ -55,7 +55,7 @@ void DataStructure::dump(std::ostream& os, int first, int last, int withName) {
         os << getName() << " =";
     os << "{\n";
     incrIndent();
-    for (const auto& [name, child] : *m_children) {
+    for (const auto& [name, child] : m_children) {
         if (child->isOfType(DataNode::getClassType()) == 0)
             indent(os);
         child->dump(os, first, last, 1);
@@ -70,7 +70,7 @@ void DataStructure::dumpXML(std::ostream& os) {
     indent(os);
     os << '<' << getName() << ">\n";
     incrIndent();
-    for (const auto& [name, child] : *m_children) {
+    for (const auto& [name, child] : m_children) {
         child->dump(os, -1, -1, 1);
         os << '\n';
     }
@@ -85,7 +85,7 @@ void DataStructure::dump() {
 
 void DataStructure::ClearLinks() {
     DataField::ClearLinks();
-    for (const auto& [name, child] : *m_children)
+    for (const auto& [name, child] : m_children)
         child->ClearLinks();
 }
 
@@ -95,7 +95,7 @@ int DataStructure::getSize() {
 
 DataField* DataStructure::clone() {
     auto* copy = static_cast<DataStructure*>(type()->alloc(getName(), getSize()));
-    for (const auto& [name, child] : *m_children)
+    for (const auto& [name, child] : m_children)
         copy->addField(child->clone(), -1);
     return copy;
 }
@@ -129,13 +129,13 @@ bool DataStructure::getData(char** /*value*/, int /*index*/) {
 
 void DataStructure::clearData() {
     const FieldWatch watch(*this);
-    for (auto child = m_children->begin(); child != m_children->end();) {
+    for (auto child = m_children.begin(); child != m_children.end();) {
         // A handler may take children out while they are cleared: go on behind the name, not the entry.
         const std::string name = child->first;
         child->second->clearData();
         if (watch.ended())
             return;
-        child = m_children->upper_bound(name);
+        child = m_children.upper_bound(name);
     }
 }
 
@@ -144,7 +144,7 @@ bool DataStructure::copyData(DataField* source, int /*sourceIndex*/, int /*targe
         return false;
     const FieldWatch watch(*this);
     const FieldWatch sourceWatch(*source);
-    const Children& children = *static_cast<DataStructure*>(source)->m_children;
+    const Children& children = static_cast<DataStructure*>(source)->m_children;
     for (auto child = children.begin(); child != children.end();) {
         std::string name = child->first;
         if (name.substr(0, 1) != "#")
@@ -160,7 +160,7 @@ bool DataStructure::copyData(DataField* source, int /*sourceIndex*/, int /*targe
 bool DataStructure::addField(DataField* field, int instance) {
     if (!field)
         return false;
-    const bool added = m_children->try_emplace(field->getName(), field).second;
+    const bool added = m_children.try_emplace(field->getName(), field).second;
     field->setParent(this, instance);
     field->ref(this, this);
     return added;
@@ -168,8 +168,8 @@ bool DataStructure::addField(DataField* field, int instance) {
 
 void DataStructure::getFieldsVector(std::vector<DataField*>* out) {
     out->clear();
-    out->reserve(m_children->size());
-    for (const auto& [name, child] : *m_children)
+    out->reserve(m_children.size());
+    for (const auto& [name, child] : m_children)
         out->push_back(child);
 }
 
@@ -178,8 +178,8 @@ void DataStructure::clearFieldsVector(std::vector<DataField*>* out) {
 }
 
 DataField* DataStructure::findChild(std::string_view name) {
-    const auto found = m_children->find(name);
-    return found == m_children->end() ? nullptr : found->second;
+    const auto found = m_children.find(name);
+    return found == m_children.end() ? nullptr : found->second;
 }
 
 DataField* DataStructure::getField(char* path, int index, int flag) {
@@ -267,16 +267,16 @@ DataField* DataStructure::descend(DataField* child, std::optional<std::string_vi
 }
 
 void DataStructure::removeField(char* name, int index) {
-    if (m_children->empty())
+    if (m_children.empty())
         return;
-    const auto entry = m_children->find(text::viewOf(name));
-    DataField* field = entry != m_children->end() ? entry->second : getField(name, index, 1);
+    const auto entry = m_children.find(text::viewOf(name));
+    DataField* field = entry != m_children.end() ? entry->second : getField(name, index, 1);
     if (!field)
         return;
     field->unref(this, this);
-    if (entry == m_children->end())
+    if (entry == m_children.end())
         return;
-    m_children->erase(entry);
+    m_children.erase(entry);
     // A field that is no child any more must not name a parent that may be gone by the time it is asked.
     if (field->getParent() == this)
         field->setParent(nullptr, field->getParentInstance());
@@ -284,20 +284,20 @@ void DataStructure::removeField(char* name, int index) {
 
 void DataStructure::removeChildren() {
     const int count = getNumFields();
-    for (int ordinal = 0; ordinal < count && !m_children->empty(); ++ordinal) {
-        const auto entry = m_children->begin();
+    for (int ordinal = 0; ordinal < count && !m_children.empty(); ++ordinal) {
+        const auto entry = m_children.begin();
         DataField* child = entry->second;
-        m_children->erase(entry);
+        m_children.erase(entry);
         child->setParent(nullptr, ordinal);
         child->unref(this, this);
     }
 }
 
 void DataStructure::deleteChildren() {
-    for (std::size_t left = m_children->size(); left > 0 && !m_children->empty(); --left) {
-        const auto entry = m_children->begin();
+    for (std::size_t left = m_children.size(); left > 0 && !m_children.empty(); --left) {
+        const auto entry = m_children.begin();
         DataField* child = entry->second;
-        m_children->erase(entry);
+        m_children.erase(entry);
         child->unref(this, this);
         child->setParent(nullptr, 0);
         disposeIfUnused(child);
@@ -318,13 +318,13 @@ void DataStructure::disposeIfUnused(DataField* field) {
 }
 
 int DataStructure::getNumFields() {
-    return static_cast<int>(m_children->size());
+    return static_cast<int>(m_children.size());
 }
 
 DataField* DataStructure::getFieldByIndex(int index) {
-    if (index >= getNumFields() || m_children->empty())
+    if (index >= getNumFields() || m_children.empty())
         return nullptr;
-    return std::next(m_children->begin(), std::max(index, 0))->second;
+    return std::next(m_children.begin(), std::max(index, 0))->second;
 }
 
 bool DataStructure::registerHandler(char* path, DataHandler* handler, int index) {

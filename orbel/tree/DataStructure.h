@@ -96,7 +96,7 @@ private:
                               int flag);
     static void disposeIfUnused(DataField* field);
 
-    std::unique_ptr<Children> m_children;
+    Children m_children;
 };
 
 #endif

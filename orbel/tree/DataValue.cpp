@@ -9,6 +9,11 @@
 #include <algorithm>
 #include <ostream>
 
+struct DataValue::Texts {
+    int owners = 0;
+    std::vector<std::string> list{" "};
+};
+
 DataType* DataValue::classType = nullptr;
 
 void DataValue::init() {
@@ -24,16 +29,22 @@ DataType* DataValue::getClassType() {
     return classType;
 }
 
-DataValue::DataValue(char* name) : DataField(name), m_values(std::make_shared<std::vector<std::string>>(1, " ")) {
+DataValue::DataValue(char* name) : DataField(name), m_values(new Texts) {
     setType(getClassType());
 }
 
 DataValue::DataValue(char* name, std::string* value) : DataValue(name) {
     if (!value)
         return;
-    m_values->front() = *value;
+    m_values->list.front() = *value;
     setDataInitialized(1);
 }
+
+DataValue::DataValue(const DataValue& other) = default;
+
+DataValue& DataValue::operator=(const DataValue& other) = default;
+
+DataValue::~DataValue() = default;
 
 const char* DataValue::getTypeName() {
     return "DataValue";
@@ -75,11 +86,11 @@ void DataValue::dumpXML(std::ostream& os) {
 
 void DataValue::setSize(int n) {
     if (n > getSize() && n <= limits::maxElements)
-        m_values->resize(static_cast<std::size_t>(n));
+        m_values->list.resize(static_cast<std::size_t>(n));
 }
 
 int DataValue::getSize() {
-    return static_cast<int>(m_values->size());
+    return static_cast<int>(m_values->list.size());
 }
 
 DataField* DataValue::clone() {
@@ -91,7 +102,7 @@ DataField* DataValue::clone() {
 
 /// Stores and tells whether handlers are to hear of a change.
 bool DataValue::storeAt(std::string_view value, std::size_t index) {
-    std::string& stored = (*m_values)[index];
+    std::string& stored = m_values->list[index];
     const bool changed = getCountNotifyOnValueChange() < 1 || stored != value;
     stored.assign(value);
     return changed;
@@ -160,7 +171,7 @@ bool DataValue::getData(char** value, int index) {
 }
 
 std::string* DataValue::getData(int index) {
-    return index >= 0 && index < getSize() ? &(*m_values)[static_cast<std::size_t>(index)] : nullptr;
+    return index >= 0 && index < getSize() ? &m_values->list[static_cast<std::size_t>(index)] : nullptr;
 }
 
 void DataValue::getData(std::vector<char*>* out, int from, int to) {
@@ -171,11 +182,11 @@ void DataValue::getData(std::vector<char*>* out, int from, int to) {
         return;
     const int last = to == -1 ? getSize() - 1 : std::min(to, getSize() - 1);
     for (int index = from; index <= last; ++index)
-        out->push_back((*m_values)[static_cast<std::size_t>(index)].data());
+        out->push_back(m_values->list[static_cast<std::size_t>(index)].data());
 }
 
 std::vector<std::string>* DataValue::getDataVector() {
-    return m_values.get();
+    return &m_values->list;
 }
 
 void DataValue::clearData() {
@@ -198,8 +209,8 @@ bool DataValue::copyData(DataField* source, int sourceIndex, int targetIndex, in
     count = count < 0 ? both : std::min(count, both);
     count = std::clamp(std::min(source->getSize() - sourceIndex, getSize() - targetIndex), 0, count);
 
-    const auto first = from->begin() + std::min(sourceIndex, source->getSize());
-    const auto target = m_values->begin() + std::min(targetIndex, getSize());
+    const auto first = from->list.begin() + std::min(sourceIndex, source->getSize());
+    const auto target = m_values->list.begin() + std::min(targetIndex, getSize());
     const bool changed = !std::equal(first, first + count, target);
     if (from == m_values && sourceIndex < targetIndex)
         std::copy_backward(first, first + count, target + count);

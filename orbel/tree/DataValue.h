@@ -3,6 +3,8 @@
 
 #include <orbel/tree/DataField.h>
 
+#include <string_view>
+
 /// A leaf: one or more texts, indexed from 0. A new one holds a single space and counts as not stored yet.
 class ORBEL_API DataValue : public DataField {
 public:
@@ -12,6 +14,10 @@ public:
 
     explicit DataValue(char* name);
     DataValue(char* name, std::string* value);
+    /// Copies share as clones do, see clone().
+    DataValue(const DataValue& other);
+    DataValue& operator=(const DataValue& other);
+    ~DataValue() override;
 
     const char* getTypeName() override;
     /// "name=value;", or "name[0-2]=a,b,c;" for several values; `first` -1 stands for all.
@@ -47,7 +53,9 @@ private:
     bool storeAt(std::string_view value, std::size_t index);
     void setAt(std::string_view value, int index);
 
-    std::shared_ptr<std::vector<std::string>> m_values;
+    struct Texts;
+
+    SharedPart<Texts> m_values;
 };
 
 #endif

@@ -30,7 +30,7 @@ void HandlerList::recount() {
 DataHandler* HandlerList::marker() {
     if (!m_marker) {
         char name[] = "DUMMY";
-        m_marker = std::make_unique<DataHandler>(name);
+        m_marker = std::make_unique<Marker>(name);
     }
     return m_marker.get();
 }

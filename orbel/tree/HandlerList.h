@@ -12,6 +12,8 @@
 /// neither side is ever left with a pointer to something dead.
 class HandlerList {
 public:
+    int owners = 0;
+
     HandlerList() = default;
     HandlerList(const HandlerList&) = delete;
     HandlerList& operator=(const HandlerList&) = delete;
@@ -44,9 +46,14 @@ public:
     }
 
 private:
+    // Handlers have no virtual destructor: only a final class may be deleted through its own pointer.
+    class Marker final : public DataHandler {
+        using DataHandler::DataHandler;
+    };
+
     std::vector<DataHandler*> m_handlers;
     int m_notifyCount = 0;
-    std::unique_ptr<DataHandler> m_marker;
+    std::unique_ptr<Marker> m_marker;
 };
 
 #endif

@@ -12,6 +12,8 @@ class DataField;
 /// The fields that follow a field and its clones, in the order in which they were linked.
 class LinkTargets {
 public:
+    int owners = 0;
+
     bool empty() const { return m_targets.empty(); }
     DataField* front() const { return m_targets.front(); }
     bool contains(const DataField* field) const { return count(m_targets, field) != 0; }

@@ -48,7 +48,7 @@ echo "$names" | awk -v list="$documented" -v windows="$([ "$format" = pe ] && ec
     accept("variable " $0) { next }
 
     # A DLL exports the type information of header-only templates that derive from an exported class.
-    windows && /^typeinfo (name )?for [A-Za-z_]+</ {
+    windows && /^typeinfo for [A-Za-z_]+</ {
         template = owner($0)
         sub(/<.*$/, "", template)
         if (("template " template) in documented) next

@@ -1,0 +1,48 @@
+#include "Options.h"
+
+#include <charconv>
+#include <string_view>
+
+const char* const usageText = R"(usage: weather_board [OPTIONS] CSV
+
+Replays daily weather observations through a tree and shows them on a live board.
+
+  CSV          the observations: location,date,precipitation,temp_max,temp_min,wind,weather
+  --seconds N  how long the replay takes on a terminal, 0 to 3600 (14)
+  --plain      print a few snapshots, unpaced; always so when the output is not a terminal
+  --help       print this text
+)";
+
+namespace {
+
+double readSeconds(std::string_view text) {
+    double seconds = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+    if (error != std::errc() || end != text.data() + text.size() || !(seconds >= 0 && seconds <= 3600))
+        throw UsageError("--seconds needs a number from 0 to 3600");
+    return seconds;
+}
+
+} // namespace
+
+Options readOptions(int argc, char** argv) {
+    Options options;
+    for (int at = 1; at < argc; ++at) {
+        const std::string_view word = argv[at];
+        if (word == "--help" || word == "-h")
+            options.help = true;
+        else if (word == "--plain")
+            options.plain = true;
+        else if (word == "--seconds")
+            options.seconds = readSeconds(++at < argc ? argv[at] : "");
+        else if (word.substr(0, 1) == "-")
+            throw UsageError("unknown option " + std::string(word));
+        else if (!options.csvPath.empty())
+            throw UsageError("more than one CSV file");
+        else
+            options.csvPath = word;
+    }
+    if (options.csvPath.empty() && !options.help)
+        throw UsageError("no CSV file given");
+    return options;
+}

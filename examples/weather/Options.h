@@ -1,0 +1,23 @@
+#ifndef WEATHER_OPTIONS_H
+#define WEATHER_OPTIONS_H
+
+#include <stdexcept>
+#include <string>
+
+struct Options {
+    std::string csvPath;
+    bool plain = false;
+    bool help = false;
+    double seconds = 14;
+};
+
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+Options readOptions(int argc, char** argv);
+
+extern const char* const usageText;
+
+#endif

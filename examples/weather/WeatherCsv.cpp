@@ -1,0 +1,142 @@
+#include "WeatherCsv.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <fstream>
+#include <map>
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view header = "location,date,precipitation,temp_max,temp_min,wind,weather";
+constexpr std::size_t longestText = 40;
+
+std::vector<std::string_view> splitAtCommas(std::string_view line) {
+    std::vector<std::string_view> fields;
+    for (std::size_t comma; (comma = line.find(',')) != std::string_view::npos; line.remove_prefix(comma + 1))
+        fields.push_back(line.substr(0, comma));
+    fields.push_back(line);
+    return fields;
+}
+
+bool isDate(std::string_view text) {
+    constexpr std::string_view shape = "dddd-dd-dd";
+    const auto fits = [](char wanted, char c) { return wanted == 'd' ? c >= '0' && c <= '9' : c == wanted; };
+    if (!std::equal(shape.begin(), shape.end(), text.begin(), text.end(), fits))
+        return false;
+    const int month = (text[5] - '0') * 10 + text[6] - '0';
+    const int day = (text[8] - '0') * 10 + text[9] - '0';
+    return month >= 1 && month <= 12 && day >= 1 && day <= 31;
+}
+
+bool isNumber(std::string_view text) {
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
+}
+
+/// Paths give these characters a meaning, so a city's name must do without them.
+bool isFieldName(std::string_view text) {
+    return text.find_first_of("/:[]*") == std::string_view::npos && text.find("..") == std::string_view::npos;
+}
+
+/// Whatever the file holds is shown in a terminal, which must not take it for an order.
+bool isPrintable(std::string_view text) {
+    return std::none_of(text.begin(), text.end(), [](char c) {
+        const auto byte = static_cast<unsigned char>(c);
+        return byte < 0x20 || byte >= 0x7f;
+    });
+}
+
+class Reader {
+public:
+    explicit Reader(std::string path) : m_path(std::move(path)) {}
+
+    Weather read() {
+        std::ifstream file(m_path);
+        if (!file)
+            throw WeatherCsvError(m_path + ": cannot be opened");
+        std::string line;
+        while (nextLine(file, line)) {
+            if (m_lineNumber > 1)
+                readObservation(line);
+            else if (line != header)
+                fail("expected the header \"" + std::string(header) + '"');
+        }
+        if (file.bad() || m_lineNumber == 0)
+            throw WeatherCsvError(m_path + ": cannot be read, or is empty");
+        if (m_days.empty())
+            throw WeatherCsvError(m_path + ": holds no observations");
+
+        for (auto& [date, observations] : m_days)
+            m_weather.days.push_back(std::move(observations));
+        for (auto& day : m_weather.days)
+            std::sort(day.begin(), day.end(),
+                      [](const Observation& a, const Observation& b) { return a.city < b.city; });
+        return std::move(m_weather);
+    }
+
+private:
+    bool nextLine(std::ifstream& file, std::string& line) {
+        if (!std::getline(file, line))
+            return false;
+        ++m_lineNumber;
+        if (!line.empty() && line.back() == '\r')
+            line.pop_back();
+        return true;
+    }
+
+    void readObservation(std::string_view line) {
+        if (!isPrintable(line))
+            fail("holds bytes that are not printable ASCII");
+        const auto fields = splitAtCommas(line);
+        if (fields.size() != columnNames.size() + 1)
+            fail("expected " + std::to_string(columnNames.size() + 1) + " fields, found " +
+                 std::to_string(fields.size()));
+        for (const std::string_view field : fields)
+            if (field.empty() || field.size() > longestText)
+                fail("a field is empty or longer than " + std::to_string(longestText) + " characters");
+        if (!isFieldName(fields[0]))
+            fail("the city's name holds a character that paths use");
+
+        Observation observation;
+        observation.city = cityIndex(fields[0]);
+        std::copy(fields.begin() + 1, fields.end(), observation.texts.begin());
+        if (!isDate(observation.text(Column::Date)))
+            fail("\"" + observation.text(Column::Date) + "\" is not a date");
+        for (const Column column : {Column::Precipitation, Column::High, Column::Low, Column::Wind})
+            if (!isNumber(observation.text(column)))
+                fail("\"" + observation.text(column) + "\" is not a number");
+
+        auto& day = m_days[observation.text(Column::Date)];
+        if (std::any_of(day.begin(), day.end(),
+                        [&](const Observation& other) { return other.city == observation.city; }))
+            fail("a second observation of " + std::string(fields[0]) + " on " + observation.text(Column::Date));
+        day.push_back(std::move(observation));
+    }
+
+    std::size_t cityIndex(std::string_view name) {
+        auto& cities = m_weather.cities;
+        const auto found = std::find(cities.begin(), cities.end(), name);
+        if (found != cities.end())
+            return static_cast<std::size_t>(found - cities.begin());
+        cities.emplace_back(name);
+        return cities.size() - 1;
+    }
+
+    [[noreturn]] void fail(const std::string& what) const {
+        throw WeatherCsvError(m_path + ':' + std::to_string(m_lineNumber) + ": " + what);
+    }
+
+    std::string m_path;
+    std::size_t m_lineNumber = 0;
+    Weather m_weather;
+    std::map<std::string, std::vector<Observation>> m_days;
+};
+
+} // namespace
+
+Weather readWeatherCsv(const std::string& path) {
+    return Reader(path).read();
+}

@@ -1,0 +1,39 @@
+#ifndef ORBEL_TREE_SHAREDPART_H
+#define ORBEL_TREE_SHAREDPART_H
+
+#include <utility>
+
+/// A pointer to a part that a field and its clones share; the last to let go deletes it. The part counts its owners
+/// in a public member `owners` that starts at 0. Trees live on one thread, so the count is a plain number.
+template <class Part>
+class SharedPart {
+public:
+    SharedPart() = default;
+    explicit SharedPart(Part* part) : m_part(part) { hold(); }
+    SharedPart(const SharedPart& other) : m_part(other.m_part) { hold(); }
+    SharedPart(SharedPart&& other) noexcept : m_part(std::exchange(other.m_part, nullptr)) {}
+    SharedPart& operator=(SharedPart other) noexcept {
+        std::swap(m_part, other.m_part);
+        return *this;
+    }
+    ~SharedPart() {
+        if (m_part && --m_part->owners == 0)
+            delete m_part;
+    }
+
+    explicit operator bool() const { return m_part != nullptr; }
+    Part& operator*() const { return *m_part; }
+    Part* operator->() const { return m_part; }
+    bool operator==(const SharedPart& other) const { return m_part == other.m_part; }
+    bool operator!=(const SharedPart& other) const { return m_part != other.m_part; }
+
+private:
+    void hold() {
+        if (m_part)
+            ++m_part->owners;
+    }
+
+    Part* m_part = nullptr;
+};
+
+#endif

@@ -1,0 +1,195 @@
+#include <support/SceneTree.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+int allocations = 0;
+
+void* counted(std::size_t size) {
+    ++allocations;
+    // Standard allocation never answers null for nothing, malloc may.
+    if (void* memory = std::malloc(size > 0 ? size : 1))
+        return memory;
+    throw std::bad_alloc();
+}
+
+} // namespace
+
+// Everything that malloc and free serve stays visible to sanitizers and leak checks.
+void* operator new(std::size_t size) {
+    return counted(size);
+}
+
+void* operator new[](std::size_t size) {
+    return counted(size);
+}
+
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+
+namespace {
+
+class Counter : public DataHandler {
+public:
+    void onChange(DataField& /*field*/, bool /*changed*/) override { ++calls; }
+    void onChange(DataField& /*field*/, bool /*changed*/, int /*from*/, int /*to*/) override { ++calls; }
+
+    int calls = 0;
+};
+
+template <class Action>
+int allocationsOf(Action action) {
+    const int before = allocations;
+    action();
+    return allocations - before;
+}
+
+// Longer than any string object holds within itself.
+const std::string first(60, 'a');
+const std::string sameLength(60, 'b');
+const std::string shorter(40, 'c');
+
+/// A scene whose title is stored and observed.
+class Allocation : public testing::Test {
+protected:
+    Allocation() {
+        tree.title->setData(first.c_str());
+        tree.root.registerHandler(path, &handler, 0);
+        handler.calls = 0;
+    }
+
+    SceneTree tree;
+    Counter handler;
+    Text path{"scene/title"};
+    Text fromTheSide{"scene/../scene/title"};
+    Text text{sameLength};
+    Text shortText{shorter};
+};
+
+} // namespace
+
+TEST(AllocationCount, SeesAnAllocation) {
+    EXPECT_EQ(allocationsOf([] { ::operator delete(::operator new(10)); }), 1);
+}
+
+TEST_F(Allocation, NoneToSetTextOfTheSameLength) {
+    EXPECT_EQ(allocationsOf([&] { tree.root.setFieldData(path, static_cast<char*>(text)); }), 0);
+    EXPECT_EQ(*tree.title->getData(0), sameLength);
+    EXPECT_EQ(handler.calls, 1);
+}
+
+TEST_F(Allocation, NoneToSetShorterTextAndTheOldLengthAgain) {
+    EXPECT_EQ(allocationsOf([&] {
+                  tree.root.setFieldData(path, static_cast<char*>(shortText));
+                  tree.root.setFieldData(fromTheSide, static_cast<char*>(text));
+              }),
+              0);
+    EXPECT_EQ(*tree.title->getData(0), sameLength);
+    EXPECT_EQ(handler.calls, 2);
+}
+
+TEST_F(Allocation, NoneWhileRealChangesAreDetected) {
+    handler.setNotifyOnValueChange(1);
+    tree.title->countNotifyOnValueChange();
+    EXPECT_EQ(allocationsOf([&] { tree.root.setFieldData(path, static_cast<char*>(text)); }), 0);
+    EXPECT_EQ(handler.calls, 1);
+}
+
+TEST_F(Allocation, NoneToSetAString) {
+    std::string value = sameLength;
+    EXPECT_EQ(allocationsOf([&] { tree.root.setFieldData(path, &value); }), 0);
+    EXPECT_EQ(*tree.title->getData(0), sameLength);
+    EXPECT_EQ(handler.calls, 1);
+}
+
+TEST_F(Allocation, NoneToSetOneOfSeveralValues) {
+    tree.title->setSize(3);
+    tree.title->setData(first.c_str(), 2);
+    handler.calls = 0;
+    EXPECT_EQ(allocationsOf([&] { tree.root.setFieldData(path, static_cast<char*>(text), 2); }), 0);
+    EXPECT_EQ(*tree.title->getData(2), sameLength);
+    EXPECT_EQ(handler.calls, 1);
+}
+
+TEST_F(Allocation, NoneToSetSeveralValues) {
+    tree.title->setSize(2);
+    tree.title->setData(first.c_str(), 1);
+    handler.calls = 0;
+    std::vector<char*> values = {text, shortText};
+    EXPECT_EQ(allocationsOf([&] { tree.root.setFieldData(path, &values, 0, -1); }), 0);
+    EXPECT_EQ(*tree.title->getData(1), shorter);
+    EXPECT_EQ(handler.calls, 1);
+}
+
+TEST_F(Allocation, NoneToSetInAnElementOrAnEntry) {
+    const std::string longKey(40, 'k');
+    tree.cities->newObject(Text(longKey))->addField(new DataValue(Text("x")), 0);
+    for (const std::string& where :
+         {std::string("points[2]/x"), std::string("cities[Oslo]/x"), "cities[ " + longKey + " ]/x"}) {
+        Text address(where);
+        tree.root.setFieldData(address, Text(first));
+        tree.root.registerHandler(address, &handler, 0);
+        handler.calls = 0;
+        EXPECT_EQ(allocationsOf([&] { tree.root.setFieldData(address, static_cast<char*>(text)); }), 0) << where;
+        EXPECT_EQ(*tree.at(where)->getData(0), sameLength);
+        EXPECT_EQ(handler.calls, 1);
+    }
+}
+
+TEST_F(Allocation, NoneToSetOnTheLongestPath) {
+    std::string longest;
+    while (longest.size() + 20 <= 511)
+        longest += "scene/../";
+    Text address(longest + "scene/title");
+    EXPECT_EQ(allocationsOf([&] { tree.root.setFieldData(address, static_cast<char*>(text)); }), 0);
+    EXPECT_EQ(handler.calls, 1);
+}
+
+TEST_F(Allocation, NoneToGetAField) {
+    DataField* found = nullptr;
+    EXPECT_EQ(allocationsOf([&] { found = tree.root.getField(path, 0, 0); }), 0);
+    EXPECT_EQ(found, tree.title);
+    Text missing("scene/missing/anything");
+    EXPECT_EQ(allocationsOf([&] { found = tree.root.getField(missing, 0, 0); }), 0);
+    EXPECT_EQ(found, nullptr);
+}
+
+TEST_F(Allocation, NoneToGetAFieldByAKindThatItHas) {
+    Text withKind("node:scene/string:title");
+    DataField* found = tree.root.getField(withKind, 0, 0);
+    EXPECT_EQ(found, tree.title);
+    EXPECT_EQ(allocationsOf([&] { found = tree.root.getField(withKind, 0, 0); }), 0);
+    EXPECT_EQ(found, tree.title);
+}
+
+TEST_F(Allocation, NoneToGetText) {
+    char* stored = nullptr;
+    EXPECT_EQ(allocationsOf([&] { tree.root.getFieldData(path, &stored); }), 0);
+    EXPECT_EQ(stored, first);
+    std::string copy(first.size(), ' ');
+    EXPECT_EQ(allocationsOf([&] { tree.root.getFieldData(path, &copy); }), 0);
+    EXPECT_EQ(copy, first);
+    std::vector<char*> texts(1);
+    EXPECT_EQ(allocationsOf([&] { tree.root.getFieldData(path, &texts, 0, -1); }), 0);
+    EXPECT_EQ(texts.at(0), first);
+    int size = 0;
+    EXPECT_EQ(allocationsOf([&] { tree.root.getFieldSize(path, &size); }), 0);
+    EXPECT_EQ(size, 1);
+}
