@@ -9,6 +9,8 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -102,12 +104,7 @@ const Way ways[] = {
     {"IndexedSet", [](Stage& stage) { stage.x().setData("1", 2); }},
     {"RangedSet", setThree},
     {"TypeChange", [](Stage& stage) { stage.x().fireOnTypeChange(Text("City")); }},
-    {"Joining",
-     [](Stage& stage) {
-         stage.x().setDataInitialized(1);
-         stage.joinC();
-     },
-     1, "", "", true},
+    {"Joining", [](Stage& stage) { stage.joinC(); }, 1, "", "", true},
     {"LinkPropagation", [](Stage& stage) { stage.source.setData("1"); }, 1, "S", "S"},
     {"Clear", [](Stage& stage) { stage.x().clearData(); }, 3},
     {"StructureClear", [](Stage& stage) { stage.parent().clearData(); }, 3, "Y", ""},
@@ -150,17 +147,10 @@ const Disturbance disturbances[] = {
     {"DeleteField", [](Stage& stage) { stage.deleteField(); }, "AB", "", fieldGone},
     {"DeleteParent", [](Stage& stage) { stage.deleteParent(); }, "ABC", "ABC", 3},
     {"ClearLinks", [](Stage& stage) { stage.x().ClearLinks(); }, "ABC", "ABC", 3},
-    // B's own set and the notice of D's joining are heard by all, inside the pass they interrupt.
-    {"SetAgain", [](Stage& stage) { stage.x().setData("again"); },
-     "AB"
-     "ABC"
-     "C",
-     "ABC", 3},
-    {"RegisterOneMore", [](Stage& stage) { stage.x().registerHandler(&stage.further); },
-     "AB"
-     "ABCD"
-     "CD",
-     "ABCD", 4},
+    // AB, then the pass inside the pass, then the rest: B's own set and the notice of D's joining are heard by all,
+    // inside the pass they interrupt.
+    {"SetAgain", [](Stage& stage) { stage.x().setData("again"); }, "ABABCC", "ABC", 3},
+    {"RegisterOneMore", [](Stage& stage) { stage.x().registerHandler(&stage.further); }, "ABABCDCD", "ABCD", 4},
 };
 
 void PrintTo(const Way& way, std::ostream* os) {
@@ -178,7 +168,7 @@ TEST_P(ReentrancyMatrix, ThoseLeftHear) {
     Stage stage;
     if (!way.joining)
         stage.joinC();
-
+    stage.x().setDataInitialized(1);
     stage.handlers[1]->onceThen([&, act = disturbance.act] { act(stage); });
 
     way.go(stage);
@@ -198,5 +188,114 @@ INSTANTIATE_TEST_SUITE_P(, ReentrancyMatrix, testing::Combine(testing::ValuesIn(
                          [](const auto& test) {
                              return std::string(std::get<0>(test.param).name) + "_" + std::get<1>(test.param).name;
                          });
+
+TEST(ReentrancyTest, HandlerMaySetItsFieldUntilItIsContent) {
+    Diary diary;
+    DataValue counter(Text("counter"));
+    RecordingHandler handler(diary, "A");
+    counter.registerHandler(&handler);
+    std::function<void()> countUp = [&] {
+        if (*counter.getData(0) == "1111")
+            return;
+        handler.onceThen(countUp);
+        counter.setData((*counter.getData(0) + "1").c_str());
+    };
+    handler.onceThen(countUp);
+    counter.setData("1");
+    EXPECT_EQ(*counter.getData(0), "1111");
+    EXPECT_EQ(diary.take(), "A changed, A changed, A changed, A changed");
+}
+
+TEST(ReentrancyTest, LaterHandlersSeeTheTextOfTheInnerSet) {
+    Diary diary;
+    DataValue field(Text("x"));
+    RecordingHandler first(diary, "A");
+    RecordingHandler second(diary, "B");
+    field.registerHandler(&first);
+    field.registerHandler(&second);
+    first.onceThen([&] { field.setData("inner"); });
+    std::string seen;
+    field.setData("outer");
+    second.onceThen([&] { seen = *field.getData(0); });
+    field.fireHandlers(true);
+    EXPECT_EQ(seen, "inner");
+    EXPECT_EQ(diary.takeNames(), "AABBAB");
+}
+
+TEST(ReentrancyTest, CloneNotifiesNoOneOnceItsOriginIsDeleted) {
+    Diary diary;
+    auto origin = std::make_unique<DataValue>(Text("x"));
+    RecordingHandler first(diary, "A");
+    RecordingHandler second(diary, "B");
+    origin->registerHandler(&first);
+    origin->registerHandler(&second);
+    std::unique_ptr<DataField> clone(origin->clone());
+    first.onceThen([&] { origin.reset(); });
+    clone->setData("1");
+    EXPECT_EQ(diary.takeNames(), "A");
+    EXPECT_EQ(*clone->getData(0), "1");
+    EXPECT_EQ(second.getField(), nullptr);
+}
+
+TEST(ReentrancyTest, CloneMayDeleteItselfInItsPass) {
+    Diary diary;
+    DataValue origin(Text("x"));
+    RecordingHandler first(diary, "A");
+    origin.registerHandler(&first);
+    std::unique_ptr<DataField> clone(origin.clone());
+    first.onceThen([&] { clone.reset(); });
+    clone->setData("1");
+    EXPECT_EQ(diary.takeNames(), "A");
+    EXPECT_EQ(origin.getNumHandlers(), 0);
+    EXPECT_EQ(*origin.getData(0), "1");
+}
+
+TEST(ReentrancyTest, SourceDeletedByItsTargetsHandlerStoresNothingMore) {
+    Diary diary;
+    auto source = std::make_unique<DataValue>(Text("source"));
+    DataValue first(Text("first"));
+    DataValue second(Text("second"));
+    source->addTargetLink(&first);
+    source->addTargetLink(&second);
+    RecordingHandler onSource(diary, "S");
+    RecordingHandler onFirst(diary, "A");
+    RecordingHandler onSecond(diary, "B");
+    source->registerHandler(&onSource);
+    first.registerHandler(&onFirst);
+    second.registerHandler(&onSecond);
+    onFirst.onceThen([&] { source.reset(); });
+    source->setData("1");
+    EXPECT_EQ(diary.takeNames(), "A");
+    EXPECT_EQ(first.getLinkSource(), nullptr);
+    EXPECT_EQ(second.getLinkSource(), nullptr);
+}
+
+TEST(ReentrancyTest, FieldMayBeDeletedInTheNoticeOfJoiningByPath) {
+    Diary diary;
+    Orbel root(Text("show"));
+    auto* field = new DataValue(Text("x"));
+    root.addField(field, 0);
+    field->setData("1");
+    RecordingHandler handler(diary, "A");
+    handler.onceThen([&] {
+        root.removeField(Text("x"), 0);
+        delete field;
+    });
+    EXPECT_TRUE(root.registerHandler(Text("x"), &handler, 0));
+    EXPECT_EQ(diary.take(), "A same");
+    EXPECT_EQ(handler.getField(), nullptr);
+    EXPECT_EQ(root.getNumFields(), 0);
+}
+
+TEST(ReentrancyTest, LastHandlerMayDisposeOfItsFieldThroughTheTree) {
+    Diary diary;
+    Orbel root(Text("show"));
+    RecordingHandler handler(diary, "A");
+    root.registerHandler(Text("a/x"), &handler, 0);
+    handler.onceThen([&] { root.unregisterHandler(&handler); });
+    handler.getField()->setData("1");
+    EXPECT_EQ(diary.take(), "A changed");
+    EXPECT_EQ(root.getNumFields(), 0);
+}
 
 } // namespace
