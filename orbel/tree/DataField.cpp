@@ -202,12 +202,14 @@ char* DataField::getFullPath() {
 
     std::string& path = treeState.fullPath;
     path.clear();
+    bool first = true;
     for (std::size_t left = length - 1; left > 0; --left) {
         DataField& field = *chain[left - 1];
         if (field.isOfType(Orbel::getClassType()))
             continue;
-        if (!path.empty())
+        if (!first)
             path += '/';
+        first = false;
         path += field.getName();
         if (left > 1 && field.isOfType(DataArray::getClassType())) {
             path += '[' + std::to_string(chain[left - 2]->m_parentInstance) + ']';
