@@ -39,5 +39,6 @@ function(orbel_add_test_executable name library)
     gtest_discover_tests(
         ${name}
         TEST_PREFIX "${name}."
+        NO_PRETTY_VALUES
         DISCOVERY_TIMEOUT 120)
 endfunction()

@@ -30,11 +30,7 @@ DataArray::DataArray(char* name) : DataNode(name) {
     setType(getClassType());
 }
 
-DataArray::~DataArray() {
-    for (DataObject* element : m_elements)
-        if (element->getParent() == this)
-            element->setParent(nullptr, element->getParentInstance());
-}
+DataArray::~DataArray() = default;
 
 const char* DataArray::getTypeName() {
     return "DataArray";

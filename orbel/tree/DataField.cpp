@@ -10,6 +10,7 @@
 #include "FieldWatch.h"
 #include "HandlerList.h"
 #include "LinkTargets.h"
+#include "ParentHold.h"
 #include "TreeState.h"
 
 #include <algorithm>
@@ -174,11 +175,11 @@ bool DataField::copyData(DataField* /*source*/, int /*sourceIndex*/, int /*targe
 }
 
 DataNode* DataField::getParent() {
-    return m_parent;
+    return m_parent ? m_parent->node : nullptr;
 }
 
 void DataField::setParent(DataNode* parent, int instance) {
-    m_parent = parent;
+    m_parent = parent ? parent->hold() : SharedPart<ParentHold>();
     m_parentInstance = instance;
 }
 
@@ -197,7 +198,7 @@ void DataField::setDataInitialized(int initialized) {
 char* DataField::getFullPath() {
     std::array<DataField*, 30> chain{};
     std::size_t length = 0;
-    for (DataField* field = this; field && length < chain.size(); field = field->m_parent)
+    for (DataField* field = this; field && length < chain.size(); field = field->getParent())
         chain[length++] = field;
 
     std::string& path = treeState.fullPath;

@@ -11,6 +11,7 @@ class DataHandler;
 class DataNode;
 class HandlerList;
 class LinkTargets;
+class ParentHold;
 
 /// A member of a tree: an item with a parent, observers, links, and values that are set and read as text.
 ///
@@ -63,6 +64,7 @@ public:
     virtual void clearData();
     virtual bool copyData(DataField* source, int sourceIndex, int targetIndex, int count);
 
+    /// Null also when the parent has been destroyed.
     DataNode* getParent();
     void setParent(DataNode* parent, int instance);
     int getParentInstance();
@@ -120,7 +122,7 @@ private:
 
     // Made on first need. A copy shares them, so copying makes them in the original too.
     mutable SharedPart<HandlerList> m_handlers;
-    DataNode* m_parent = nullptr;
+    SharedPart<ParentHold> m_parent;
     int m_parentInstance = 0;
     int m_dataInitialized = 0;
     DataField* m_linkSource = nullptr;

@@ -10,6 +10,7 @@
 #include "CommandText.h"
 #include "FieldWatch.h"
 #include "LinkTargets.h"
+#include "ParentHold.h"
 #include "TreeState.h"
 
 #include <algorithm>
@@ -38,6 +39,17 @@ DataType* DataNode::getClassType() {
 
 DataNode::DataNode(char* name) : DataField(name) {
     setType(getClassType());
+}
+
+DataNode::~DataNode() {
+    if (m_hold)
+        m_hold->node = nullptr;
+}
+
+const SharedPart<ParentHold>& DataNode::hold() {
+    if (!m_hold)
+        m_hold = SharedPart(new ParentHold{*this});
+    return m_hold;
 }
 
 const char* DataNode::getTypeName() {
@@ -161,7 +173,7 @@ void DataNode::executeCommand(char* command, int index) {
         field->parse(parts.indexText, parts.value);
         return;
     }
-    if (!treeState.wildcard)
+    if (!treeState.wildcard || !treeState.lastSearched)
         return;
     treeState.wildcard = false;
     broadcast(*treeState.lastSearched, treeState.wildcardRest, parts.value, index);

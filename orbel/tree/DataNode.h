@@ -12,6 +12,9 @@ public:
     static DataType* getClassType();
 
     explicit DataNode(char* name);
+    DataNode(const DataNode&) = delete;
+    DataNode& operator=(const DataNode&) = delete;
+    ~DataNode() override;
 
     using DataField::dump;
     using DataField::registerHandler;
@@ -66,7 +69,13 @@ protected:
     DataNode* findRoot();
 
 private:
+    friend class DataField;
+
+    const SharedPart<ParentHold>& hold();
     static void broadcast(DataNode& node, const std::string& rest, const std::string& value, int index);
+
+    // Made with the first child.
+    SharedPart<ParentHold> m_hold;
 };
 
 #endif

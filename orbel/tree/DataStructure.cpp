@@ -38,9 +38,6 @@ DataStructure::DataStructure(char* name) : DataNode(name) {
 }
 
 DataStructure::~DataStructure() {
-    for (const auto& [name, child] : m_children)
-        if (child->getParent() == this)
-            child->setParent(nullptr, child->getParentInstance());
     if (treeState.lastSearched == this)
         treeState.lastSearched = nullptr;
 }

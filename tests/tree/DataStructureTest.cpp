@@ -23,6 +23,32 @@ public:
 
 using Commands = std::vector<std::pair<std::string, int>>;
 
+TEST(DataStructure, AChildMayBeDestroyedBeforeItsParent) {
+    DataStructure scene(Text("scene"));
+    {
+        DataValue title(Text("title"));
+        scene.addField(&title, 0);
+    }
+    EXPECT_EQ(scene.getNumFields(), 1);
+}
+
+TEST(DataStructure, AParentThatIsDestroyedFirstIsForgottenByAllWhoNameIt) {
+    DataValue title(Text("title"));
+    DataValue refused(Text("title"));
+    {
+        Orbel root(Text("root"));
+        DataStructure scene(Text("scene"));
+        root.addField(&scene, 0);
+        EXPECT_TRUE(scene.addField(&title, 3));
+        EXPECT_FALSE(scene.addField(&refused, 4));
+        EXPECT_STREQ(refused.getFullPath(), "scene/title");
+    }
+    EXPECT_EQ(title.getParent(), nullptr);
+    EXPECT_EQ(title.getParentInstance(), 3);
+    EXPECT_EQ(refused.getParent(), nullptr);
+    EXPECT_STREQ(title.getFullPath(), "");
+}
+
 } // namespace
 
 TEST(DataStructure, StartsEmpty) {
