@@ -321,7 +321,8 @@ TEST(DataStructure, ClonesItselfAndItsChildren) {
     deleteSubtree(*copy);
     delete copy;
     EXPECT_EQ(tree.scene->getNumHandlers(), 1);
-    tree.scene->unregisterHandler(&handler);
+    // Through the structure it would take the scene, which nobody observes any more, out of the tree.
+    tree.scene->DataField::unregisterHandler(&handler);
     tree.scene->removeAllTargets();
 }
 
