@@ -17,6 +17,7 @@
 #include <orbel/tree/DataObject.h>
 #include <orbel/tree/DataStructure.h>
 #include <orbel/tree/DataValue.h>
+#include <orbel/tree/FieldRef.h>
 #include <orbel/tree/FieldStream.h>
 #include <orbel/tree/Orbel.h>
 #include <orbel/tree/SharedPart.h>

@@ -10,7 +10,6 @@
 #include "FieldWatch.h"
 #include "HandlerList.h"
 #include "LinkTargets.h"
-#include "ParentHold.h"
 #include "TreeState.h"
 
 #include <algorithm>
@@ -49,6 +48,8 @@ DataField& DataField::operator=(const DataField& other) {
 }
 
 DataField::~DataField() {
+    if (m_hold)
+        m_hold->field = nullptr;
     FieldWatch::fieldEnds(*this);
     unregisterAllHandlers();
     removeSourceLink();
@@ -68,6 +69,14 @@ void DataField::shareFrom(const DataField& other) {
     m_linkSource = other.m_linkSource;
     if (m_linkSource)
         m_linkSource->targets().addSilent(this);
+}
+
+const SharedPart<FieldHold>& DataField::hold() {
+    if (!m_hold) {
+        m_hold = SharedPart(new FieldHold);
+        m_hold->field = this;
+    }
+    return m_hold;
 }
 
 HandlerList& DataField::handlers() const {
@@ -175,11 +184,11 @@ bool DataField::copyData(DataField* /*source*/, int /*sourceIndex*/, int /*targe
 }
 
 DataNode* DataField::getParent() {
-    return m_parent ? m_parent->node : nullptr;
+    return static_cast<DataNode*>(m_parent.get());
 }
 
 void DataField::setParent(DataNode* parent, int instance) {
-    m_parent = parent ? parent->hold() : SharedPart<ParentHold>();
+    m_parent = FieldRef(parent);
     m_parentInstance = instance;
 }
 

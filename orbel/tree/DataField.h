@@ -2,6 +2,7 @@
 #define ORBEL_TREE_DATAFIELD_H
 
 #include <orbel/tree/DataBaseType.h>
+#include <orbel/tree/FieldRef.h>
 #include <orbel/tree/SharedPart.h>
 
 #include <string>
@@ -11,7 +12,6 @@ class DataHandler;
 class DataNode;
 class HandlerList;
 class LinkTargets;
-class ParentHold;
 
 /// A member of a tree: an item with a parent, observers, links, and values that are set and read as text.
 ///
@@ -112,21 +112,24 @@ public:
 private:
     friend class DataNode;
     friend class DataStructure;
+    friend class FieldRef;
     friend class LinkTargets;
 
     void registerMarker();
 
+    const SharedPart<FieldHold>& hold();
     HandlerList& handlers() const;
     LinkTargets& targets() const;
     void shareFrom(const DataField& other);
 
     // Made on first need. A copy shares them, so copying makes them in the original too.
     mutable SharedPart<HandlerList> m_handlers;
-    SharedPart<ParentHold> m_parent;
+    FieldRef m_parent;
     int m_parentInstance = 0;
     int m_dataInitialized = 0;
     DataField* m_linkSource = nullptr;
     mutable SharedPart<LinkTargets> m_targets;
+    SharedPart<FieldHold> m_hold;
 };
 
 #endif

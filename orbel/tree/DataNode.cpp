@@ -10,7 +10,6 @@
 #include "CommandText.h"
 #include "FieldWatch.h"
 #include "LinkTargets.h"
-#include "ParentHold.h"
 #include "TreeState.h"
 
 #include <algorithm>
@@ -41,16 +40,7 @@ DataNode::DataNode(char* name) : DataField(name) {
     setType(getClassType());
 }
 
-DataNode::~DataNode() {
-    if (m_hold)
-        m_hold->node = nullptr;
-}
-
-const SharedPart<ParentHold>& DataNode::hold() {
-    if (!m_hold)
-        m_hold = SharedPart(new ParentHold{*this});
-    return m_hold;
-}
+DataNode::~DataNode() = default;
 
 const char* DataNode::getTypeName() {
     return "DataNode";

@@ -69,13 +69,7 @@ protected:
     DataNode* findRoot();
 
 private:
-    friend class DataField;
-
-    const SharedPart<ParentHold>& hold();
     static void broadcast(DataNode& node, const std::string& rest, const std::string& value, int index);
-
-    // Made with the first child.
-    SharedPart<ParentHold> m_hold;
 };
 
 #endif
