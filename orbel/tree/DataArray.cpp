@@ -4,6 +4,7 @@
 
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
+#include "DumpRange.h"
 #include "FieldWatch.h"
 #include "HandlerList.h"
 #include "Limits.h"
@@ -37,35 +38,21 @@ const char* DataArray::getTypeName() {
 }
 
 void DataArray::dump(std::ostream& os, int first, int last, int withName) {
-    const int size = getSize();
-    const bool single = size < 2;
-    int from = 0;
-    int to = 0;
-    if (!single) {
-        from = first < 0 ? 0 : first;
-        to = first < 0 ? size - 1 : (last < 0 ? first : last);
-    }
+    const DumpRange range(getSize(), first, last);
     if (withName != 0) {
         indent(os);
         os << getName();
-        if (!single) {
-            os << '[' << from;
-            if (from != to)
-                os << '-' << to;
-            os << ']';
-        }
+        range.writeIndex(os);
         os << '=';
     }
     os << "{\n";
-    if (size > 0) {
+    if (getSize() > 0) {
         incrIndent();
-        from = std::min(from, size - 1);
-        to = std::min(to, size - 1);
-        for (int index = from; index < to; ++index) {
+        for (int index = range.from(); index < range.to(); ++index) {
             getObject(index)->dump(os, -1, -1, 0);
             os << ",\n";
         }
-        getObject(to)->dump(os, -1, -1, 0);
+        getObject(range.to())->dump(os, -1, -1, 0);
         os << '\n';
     }
     // Contract: an empty array lowers the level it has not raised; readers of dumps expect it.

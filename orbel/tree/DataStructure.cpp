@@ -5,6 +5,7 @@
 
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
+#include "CommandText.h"
 #include "FieldCreation.h"
 #include "FieldPath.h"
 #include "FieldWatch.h"
@@ -429,4 +430,52 @@ bool DataStructure::getFieldData(char* path, std::vector<char*>* out, int from, 
     if (field)
         field->getData(out, from, to);
     return field != nullptr;
+}
+
+bool DataStructure::addLink(char* sourcePath, char* targetPath) {
+    DataField* source = getField(sourcePath, 0, 1);
+    if (!source)
+        return false;
+    const FieldWatch watch(*source);
+    DataField* target = getField(targetPath, 0, 1);
+    if (!target || watch.ended())
+        return false;
+    source->addTargetLink(target);
+    return true;
+}
+
+bool DataStructure::removeLink(char* targetPath) {
+    DataField* target = getField(targetPath, 0, 1);
+    if (target)
+        target->removeSourceLink();
+    return target != nullptr;
+}
+
+void DataStructure::parseLinkCommand(char* textToRun) {
+    if (!textToRun)
+        return;
+    if (DataNode* root = findRoot())
+        root->ClearLinks();
+    runList(*this, textToRun, [&](char* command) { executeLinkCommand(command); });
+}
+
+void DataStructure::executeLinkCommand(char* command) {
+    const std::string_view whole = text::viewOf(command);
+    if (whole.substr(0, 1) == "~") {
+        removeLink(command + 1);
+        return;
+    }
+    std::string_view source = whole;
+    std::string target(text::trim(text::cutAt(source, '=')));
+    const FieldWatch watch(*this);
+    if (whole.find('=') != std::string_view::npos && addLink(std::string(text::trim(source)).data(), target.data()) &&
+        !watch.ended())
+        executeCopyCommand(std::string(whole).data());
+}
+
+void DataStructure::dumpListOfFields() {
+    std::cout << "Fields: ";
+    for (const auto& [name, child] : m_children)
+        std::cout << name;
+    std::cout << std::endl;
 }

@@ -87,6 +87,19 @@ public:
     /// Only empties the vector.
     void clearFieldsVector(std::vector<DataField*>* out);
 
+    /// Makes the field at `targetPath` follow the one at `sourcePath`. False when either is missing; true also when
+    /// the link was refused.
+    bool addLink(char* sourcePath, char* targetPath);
+    /// Ends the link of the field at `targetPath` to its source. False when there is no such field.
+    bool removeLink(char* targetPath);
+    /// Replaces all links of the whole tree by those of a list of link commands; null changes nothing.
+    void parseLinkCommand(char* text);
+    /// Runs one link command: "target = source" links and copies once, "~target" ends a link.
+    void executeLinkCommand(char* command);
+
+    /// Writes the names of the children to standard output. Contract: they run together without a separator.
+    void dumpListOfFields();
+
 private:
     using Children = std::map<std::string, DataField*, std::less<>>;
 

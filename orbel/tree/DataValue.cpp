@@ -3,6 +3,7 @@
 #include <orbel/foundation/DataClassType.h>
 
 #include "../foundation/text/FixedText.h"
+#include "DumpRange.h"
 #include "FieldWatch.h"
 #include "Limits.h"
 
@@ -51,28 +52,14 @@ const char* DataValue::getTypeName() {
 }
 
 void DataValue::dump(std::ostream& os, int first, int last, int withName) {
-    const int size = getSize();
-    const bool single = size < 2;
-    int from = 0;
-    int to = 0;
-    if (!single) {
-        from = first < 0 ? 0 : first;
-        to = first < 0 ? size - 1 : (last < 0 ? first : last);
-    }
+    const DumpRange range(getSize(), first, last);
     if (withName != 0) {
         os << getName();
-        if (!single) {
-            os << '[' << from;
-            if (from != to)
-                os << '-' << to;
-            os << ']';
-        }
+        range.writeIndex(os);
         os << '=';
     }
-    from = std::min(from, size - 1);
-    to = std::min(to, size - 1);
-    for (int index = from; index <= to; ++index)
-        os << (index == from ? "" : ",") << *getData(index);
+    for (int index = range.from(); index <= range.to(); ++index)
+        os << (index == range.from() ? "" : ",") << *getData(index);
     os << ';' << std::flush;
 }
 
