@@ -21,5 +21,8 @@
 #include <orbel/tree/FieldStream.h>
 #include <orbel/tree/Orbel.h>
 #include <orbel/tree/SharedPart.h>
+#include <orbel/types/DataObjectField.h>
+#include <orbel/types/DataObjectType.h>
+#include <orbel/types/DataObjectTypesTable.h>
 
 #endif

@@ -70,6 +70,20 @@ int readNumber(std::string_view text) {
     return static_cast<int>(number);
 }
 
+int readSignedNumber(std::string_view text) {
+    const std::size_t start = text.find_first_not_of(" \t\n\v\f\r");
+    text.remove_prefix(start == std::string_view::npos ? text.size() : start);
+    const bool isNegative = text.substr(0, 1) == "-";
+    if (isNegative || text.substr(0, 1) == "+")
+        text.remove_prefix(1);
+    long long number = 0;
+    for (; !text.empty() && isDigit(text.front()) && number <= std::numeric_limits<int>::max(); text.remove_prefix(1))
+        number = number * 10 + (text.front() - '0');
+    number = isNegative ? -number : number;
+    return static_cast<int>(
+        std::clamp<long long>(number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+}
+
 IndexRange readIndexRange(std::string_view& rest) {
     std::string_view bounds = cutAt(rest, ',');
     const int start = readNumber(cutAt(bounds, '-'));

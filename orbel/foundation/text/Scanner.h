@@ -23,6 +23,10 @@ std::string_view cutAt(std::string_view& rest, char separator);
 /// The decimal number after leading blanks, at most the largest int; -1 when the text does not go on with a digit.
 int readNumber(std::string_view text);
 
+/// The decimal number after leading white space and an optional sign, kept within the range of int; 0 when the text
+/// does not go on with a digit.
+int readSignedNumber(std::string_view text);
+
 struct IndexRange {
     int start = -1;
     int end = -1;

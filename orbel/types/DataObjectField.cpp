@@ -1,0 +1,103 @@
+#include <orbel/types/DataObjectField.h>
+
+#include <orbel/types/DataObjectType.h>
+#include <orbel/types/DataObjectTypesTable.h>
+
+#include "../foundation/text/FixedText.h"
+#include "PrintingListener.h"
+#include "TypeParser.h"
+#include "TypeRendering.h"
+
+#include <ostream>
+
+DataObjectField::DataObjectField() : m_type("Unknown"), m_name("No name"), m_size(1) {}
+
+DataObjectField::DataObjectField(const DataObjectField& other)
+    : m_type(other.m_type), m_name(other.m_name), m_defaultValue(other.m_defaultValue), m_size(other.m_size) {}
+
+DataObjectField& DataObjectField::operator=(const DataObjectField& other) {
+    if (this == &other)
+        return *this;
+    m_type = other.m_type;
+    rename(other.m_name);
+    m_defaultValue = other.m_defaultValue;
+    m_size = other.m_size;
+    return *this;
+}
+
+DataObjectField::~DataObjectField() {
+    if (m_holder)
+        m_holder->forget(*this);
+}
+
+bool DataObjectField::parse(char* line) {
+    PrintingListener listener;
+    return TypeParser(listener).parseField(text::viewOf(line), *this);
+}
+
+char* DataObjectField::getName() {
+    return m_name.data();
+}
+
+char* DataObjectField::getType() {
+    return m_type.data();
+}
+
+char* DataObjectField::getDefaultValue() {
+    return m_defaultValue.data();
+}
+
+int DataObjectField::getSize() {
+    return m_size;
+}
+
+void DataObjectField::setName(char* name) {
+    rename(text::viewOf(name));
+}
+
+void DataObjectField::setType(char* type) {
+    m_type = text::viewOf(type);
+}
+
+void DataObjectField::setDefaultValue(char* value) {
+    m_defaultValue = text::viewOf(value);
+}
+
+void DataObjectField::setSize(int size) {
+    m_size = size;
+}
+
+void DataObjectField::dumpSpec(std::ostream& os, DataObjectTypesTable* table) {
+    const bool isText = m_type == "string";
+    const std::string shownType = isText ? "Value" : m_type;
+    rendering::writeIndentation(os);
+    if (m_size < 2)
+        os << shownType << ' ' << m_name;
+    else
+        os << "Array<" << shownType << "> " << m_name << '[' << m_size << ']';
+    if (isText) {
+        os << ";\n";
+        return;
+    }
+    os << "{\n";
+    DataObjectType* type = table ? table->getTypeByName(m_type.c_str()) : nullptr;
+    if (type && rendering::Expansion::isPossible(*type)) {
+        const rendering::Indentation deeper;
+        type->dumpSpec(os, table, -1);
+    }
+    rendering::writeIndentation(os);
+    os << "};\n";
+}
+
+void DataObjectField::dumpXML(std::ostream& os) {
+    rendering::writeIndentation(os);
+    os << '<' << m_type << '>' << m_name << "</" << m_type << ">\n";
+}
+
+void DataObjectField::rename(std::string_view name) {
+    if (m_holder)
+        m_holder->m_fieldsByName.erase(m_name.data());
+    m_name = name;
+    if (m_holder)
+        m_holder->m_fieldsByName.emplace(m_name.data(), this);
+}

@@ -1,0 +1,22 @@
+#ifndef ORBEL_TYPES_TYPEPARSELISTENER_H
+#define ORBEL_TYPES_TYPEPARSELISTENER_H
+
+#include <string_view>
+
+/// Hears what the parser of type definitions makes of a text. All views point into the text that is parsed, so their
+/// position in it is known. A listener must not change types.
+class TypeParseListener {
+public:
+    virtual ~TypeParseListener() = default;
+
+    virtual void onTypeCreated(std::string_view /*name*/) {}
+    virtual void onTypeExtended(std::string_view /*name*/) {}
+    /// A statement without "=", which has no effect.
+    virtual void onStatementIgnored(std::string_view /*statement*/) {}
+    /// A field statement without a known type; never an empty one.
+    virtual void onFieldIgnored(std::string_view /*statement*/) {}
+    /// What stands in a body before its "{" or behind its "}" and has no effect; never an empty text.
+    virtual void onBodyTextIgnored(std::string_view /*text*/) {}
+};
+
+#endif

@@ -1,0 +1,116 @@
+#include "TypeParser.h"
+
+#include <orbel/types/DataObjectField.h>
+#include <orbel/types/DataObjectType.h>
+#include <orbel/types/DataObjectTypesTable.h>
+
+#include "../foundation/text/Scanner.h"
+#include "TypeParseListener.h"
+#include "TypesState.h"
+
+#include <memory>
+#include <string>
+
+namespace {
+
+bool startsComment(std::string_view rest) {
+    return rest.substr(0, 1) == "#";
+}
+
+/// The first word of a field statement; `rest` becomes what follows the blank behind it.
+std::string_view cutWord(std::string_view& rest) {
+    text::skipBlanks(rest);
+    const std::string_view word = rest.substr(0, rest.find_first_of(text::blanks));
+    rest.remove_prefix(word.size());
+    return word;
+}
+
+} // namespace
+
+TypeParser::TypeParser(TypeParseListener& listener) : m_listener(&listener) {}
+
+void TypeParser::parseTypes(std::string_view text, DataObjectTypesTable& table) {
+    text::skipBlanks(text);
+    while (!text.empty()) {
+        if (startsComment(text)) {
+            text::cutListItem(text, '\n');
+            continue;
+        }
+        parseTypeStatement(text::cutListItem(text, ';'), table);
+        text::skipBlanks(text);
+    }
+}
+
+void TypeParser::parseTypeStatement(std::string_view statement, DataObjectTypesTable& table) {
+    if (statement.find('=') == std::string_view::npos) {
+        m_listener->onStatementIgnored(statement);
+        return;
+    }
+    std::string_view body = statement;
+    const std::string_view name = text::trim(text::cutAt(body, '='));
+    text::skipBlanks(body);
+    DataObjectType* type = table.getTypeByName(std::string(name).c_str());
+    if (!type) {
+        createType(name, body, table);
+        return;
+    }
+    m_listener->onTypeExtended(name);
+    parseBody(body, *type);
+}
+
+void TypeParser::createType(std::string_view name, std::string_view body, DataObjectTypesTable& table) {
+    m_listener->onTypeCreated(name);
+    auto type = std::make_unique<DataObjectType>();
+    type->setName(std::string(name).data());
+    // Contract: the name becomes known only afterwards, so that no type can contain itself.
+    parseBody(body, *type);
+    table.addType(type.release());
+}
+
+void TypeParser::parseBody(std::string_view body, DataObjectType& type) {
+    const bool hasFields = body.find('{') != std::string_view::npos;
+    reportBodyText(text::cutAt(body, '{'));
+    if (!hasFields)
+        return;
+    std::string_view rest = text::cutAt(body, '}');
+    while (!rest.empty()) {
+        // Contract: blanks are skipped behind a ";" only, so a "#" behind other blanks starts no comment.
+        if (startsComment(rest)) {
+            text::cutAt(rest, '\n');
+            continue;
+        }
+        auto field = std::make_unique<DataObjectField>();
+        if (parseField(text::cutAt(rest, ';'), *field))
+            type.addField(field.release());
+        text::skipBlanks(rest);
+    }
+    reportBodyText(body);
+}
+
+bool TypeParser::parseField(std::string_view statement, DataObjectField& field) {
+    const bool hasDefault = statement.find('=') != std::string_view::npos;
+    std::string_view defaultValue = statement;
+    std::string_view declaration = text::cutAt(defaultValue, '=');
+    const std::string_view type = cutWord(declaration);
+    if (type.empty() || typesState.knownNames.find(type) == typesState.knownNames.end()) {
+        if (!statement.empty())
+            m_listener->onFieldIgnored(statement);
+        return false;
+    }
+    field.m_type = type;
+    text::skipBlanks(declaration);
+    const bool hasSize = declaration.find('[') != std::string_view::npos;
+    field.rename(text::cutAt(declaration, '['));
+    field.m_size = hasSize ? text::readSignedNumber(text::cutAt(declaration, ']')) : 1;
+    if (hasDefault) {
+        text::skipBlanks(defaultValue);
+        field.m_defaultValue = defaultValue;
+    }
+    return true;
+}
+
+void TypeParser::reportBodyText(std::string_view text) {
+    text = text::trim(text);
+    if (!text.empty())
+        m_listener->onBodyTextIgnored(text);
+}

@@ -1,0 +1,37 @@
+#include "TypeRendering.h"
+
+#include "TypeLimits.h"
+#include "TypesState.h"
+
+#include <algorithm>
+#include <iomanip>
+#include <ostream>
+
+namespace rendering {
+
+Indentation::Indentation() {
+    ++typesState.indentation;
+}
+
+Indentation::~Indentation() {
+    --typesState.indentation;
+}
+
+Expansion::Expansion(const DataObjectType& type) {
+    typesState.expanding.push_back(&type);
+}
+
+Expansion::~Expansion() {
+    typesState.expanding.pop_back();
+}
+
+bool Expansion::isPossible(const DataObjectType& type) {
+    const auto& outer = typesState.expanding;
+    return outer.size() < limits::maxTypeNesting && std::find(outer.begin(), outer.end(), &type) == outer.end();
+}
+
+void writeIndentation(std::ostream& os) {
+    os << std::setw(typesState.indentation) << std::setfill('\t') << "";
+}
+
+} // namespace rendering
