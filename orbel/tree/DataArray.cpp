@@ -1,6 +1,7 @@
 #include <orbel/tree/DataArray.h>
 
 #include <orbel/foundation/DataClassType.h>
+#include <orbel/types/DataObjectType.h>
 
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
@@ -8,6 +9,7 @@
 #include "FieldWatch.h"
 #include "HandlerList.h"
 #include "Limits.h"
+#include "TypeBuild.h"
 
 #include <algorithm>
 #include <ostream>
@@ -61,6 +63,19 @@ void DataArray::dump(std::ostream& os, int first, int last, int withName) {
     os << "};\n" << std::flush;
 }
 
+void DataArray::dumpXML(std::ostream& os) {
+    indent(os);
+    os << '<' << getName() << " type=" << text::viewOf(getObjectTypeName()) << ">\n";
+    incrIndent();
+    for (DataObject* element : m_elements) {
+        element->dump(os, -1, -1, 1);
+        os << '\n';
+    }
+    decrIndent();
+    indent(os);
+    os << "</" << getName() << ">\n" << std::flush;
+}
+
 void DataArray::ClearLinks() {
     DataField::ClearLinks();
     for (DataObject* element : m_elements)
@@ -71,13 +86,23 @@ void DataArray::setSize(int n) {
     if (n > limits::maxElements)
         return;
     m_elements.reserve(static_cast<std::size_t>(std::max(n, 0)));
-    for (int index = getSize(); index < n; ++index)
+    while (getSize() < n && TypeBuild::admitsOneMore())
         appendElement();
 }
 
+DataObject* DataArray::makeElement(int index) {
+    if (!m_objectType)
+        return new DataObject(("Item-#" + std::to_string(index)).data());
+    DataObject* element = m_objectType->createObject();
+    if (!element)
+        element = new DataObject((std::string(m_objectType->getName()) + "-#" + std::to_string(index)).data());
+    element->setObjectType(m_objectType);
+    return element;
+}
+
 DataObject* DataArray::appendElement() {
+    DataObject* element = makeElement(getSize());
     const int index = getSize();
-    auto* element = new DataObject(("Item-#" + std::to_string(index)).data());
     m_elements.push_back(element);
     element->setParent(this, index);
     element->ref(this, this);
@@ -243,15 +268,52 @@ void DataArray::getFieldsByRange(char* range, std::vector<DataField*>* out) {
     if (!range)
         return;
     std::string_view ranges(range);
+    int left = limits::maxElements;
+    int missingLeft = limits::maxMissing;
     do {
         const text::IndexRange bounds = text::readIndexRange(ranges);
         const int first = std::max(bounds.start, 0);
-        const int last = std::min(std::max(bounds.end, first), limits::maxElements);
-        for (int index = first; index <= last; ++index)
-            out->push_back(getObject(index));
+        const long long wanted = std::max(bounds.end, first) - 0LL - first + 1;
+        const int present =
+            static_cast<int>(std::clamp<long long>(getSize() - 0LL - first, 0, std::min(wanted, 0LL + left)));
+        out->insert(out->end(), m_elements.begin() + std::min(first, getSize()),
+                    m_elements.begin() + std::min(first, getSize()) + present);
+        const int missing =
+            static_cast<int>(std::min<long long>(wanted - present, std::min(missingLeft, left - present)));
+        out->insert(out->end(), static_cast<std::size_t>(missing), nullptr);
+        left -= present + missing;
+        missingLeft -= missing;
     } while (!ranges.empty());
 }
 
 DataObject* DataArray::getObject(int index) {
     return index >= 0 && index < getSize() ? m_elements[static_cast<std::size_t>(index)] : nullptr;
+}
+
+void DataArray::setObjectType(DataObjectType* type) {
+    if (type == m_objectType)
+        return;
+    const FieldWatch watch(*this);
+    for (int index = 0; index < getSize(); ++index) {
+        getObject(index)->setObjectType(type);
+        if (watch.ended())
+            return;
+    }
+    m_objectType = type;
+    if (type)
+        fireOnTypeChange(type->getName());
+}
+
+void DataArray::setObjectType(char* typeName) {
+    const FieldWatch watch(*this);
+    for (int index = 0; !watch.ended() && index < getSize(); ++index)
+        getObject(index)->setObjectType(typeName);
+}
+
+DataObjectType* DataArray::getObjectType() {
+    return m_objectType;
+}
+
+char* DataArray::getObjectTypeName() {
+    return m_objectType ? m_objectType->getName() : nullptr;
 }

@@ -3,7 +3,8 @@
 
 #include <orbel/tree/DataObject.h>
 
-/// A growable list of objects. Each element is a child of the array; its instance is its position.
+/// A growable list of objects that usually share one type. Each element is a child of the array; its instance is its
+/// position.
 class ORBEL_API DataArray : public DataNode {
 public:
     static DataType* classType;
@@ -22,8 +23,10 @@ public:
 
     const char* getTypeName() override;
     void dump(std::ostream& os, int first, int last, int withName) override;
+    void dumpXML(std::ostream& os) override;
     void ClearLinks() override;
-    /// Adds untyped objects named "Item-#0", "Item-#1", ... up to `n` elements. Never shrinks.
+    /// Adds objects up to `n` elements, at most 16,777,216: untyped ones named "Item-#0", "Item-#1", ..., in a typed
+    /// array ones of its type named "Point-#0", ... or whatever the type's own function makes. Never shrinks.
     void setSize(int n) override;
     int getSize() override;
     /// Hands the values between the braces of `text` to the elements, or to those that the range selects.
@@ -52,17 +55,31 @@ public:
     /// Fills `out`, which the caller has sized, with the text of one element each.
     bool getFieldData(char* path, std::vector<char*>* out, int from, int to) override;
 
-    /// Appends the elements that a range text selects, null for those that do not exist.
+    /// Appends the elements that a range text selects, null for those that do not exist, of which there are at most
+    /// 65,536 altogether; at most 16,777,216 entries in all.
     void getFieldsByRange(char* range, std::vector<DataField*>* out) override;
 
     /// Null when out of range.
     DataObject* getObject(int index);
 
+    /// Gives every element this type, keeps it for elements to come, and tells the handlers of the array. Null leaves
+    /// the elements empty and tells nobody. Nothing happens when the type stays the same.
+    void setObjectType(DataObjectType* type);
+    /// Contract: gives the type of this name to the elements that are there, each of whose handlers hears of it
+    /// twice, and leaves the array's own type alone.
+    void setObjectType(char* typeName);
+    /// Null when untyped.
+    DataObjectType* getObjectType();
+    char* getObjectTypeName();
+
 protected:
     DataObject* appendElement();
 
 private:
+    DataObject* makeElement(int index);
+
     std::vector<DataObject*> m_elements;
+    DataObjectType* m_objectType = nullptr;
 };
 
 #endif

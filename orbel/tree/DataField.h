@@ -100,6 +100,7 @@ public:
     void dumpHandlers();
 
     /// Makes `target` follow this field. Refused, without a word, when it would close a cycle or exists already.
+    /// A change is passed along at most 256 links in a row.
     void addTargetLink(DataField* target);
     void setLinkSource(DataField* source);
     void removeTargetLink(DataField* target);

@@ -7,7 +7,6 @@
 #include "FieldWatch.h"
 
 #include <algorithm>
-#include <iterator>
 #include <ostream>
 
 DataType* DataHashTable::classType = nullptr;
@@ -61,6 +60,7 @@ void DataHashTable::parse(char* keys, char* textToRead) {
 }
 
 void DataHashTable::removeChildren() {
+    m_order.clear();
     m_entries.clear();
     DataArray::removeChildren();
 }
@@ -76,9 +76,8 @@ void DataHashTable::getFieldsByRange(char* keys, std::vector<DataField*>* out) {
 }
 
 DataHashTable::Entries::value_type* DataHashTable::entryAt(int index) {
-    if (m_entries.empty() || index >= static_cast<int>(m_entries.size()))
-        return nullptr;
-    return &*std::next(m_entries.begin(), std::max(index, 0));
+    const auto at = static_cast<std::size_t>(std::max(index, 0));
+    return at < m_order.size() ? m_order[at] : nullptr;
 }
 
 DataObject* DataHashTable::entryOf(std::string_view key) {
@@ -101,10 +100,18 @@ char* DataHashTable::getObjectKey(int index) {
 }
 
 DataObject* DataHashTable::newObject(char* key) {
-    const auto [entry, added] = m_entries.try_emplace(std::string(text::viewOf(key)), nullptr);
+    if (DataObject* present = entryOf(text::viewOf(key)))
+        return present;
+    DataObject* element = appendElement();
+    const auto [entry, added] = m_entries.try_emplace(std::string(text::viewOf(key)), element);
     if (added)
-        entry->second = appendElement();
+        m_order.push_back(&*entry);
     return entry->second;
+}
+
+void DataHashTable::setObjectData(char* data, char* key) {
+    if (DataObject* entry = entryOf(text::viewOf(key)))
+        entry->setData(data, 0);
 }
 
 void DataHashTable::dumpKeys(std::ostream& os, char* keys, int withName) {
@@ -115,8 +122,8 @@ void DataHashTable::dumpKeys(std::ostream& os, char* keys, int withName) {
         while (!rest.empty())
             list.emplace_back(text::cutAt(rest, ','));
     } else {
-        for (const auto& [key, entry] : m_entries)
-            list.push_back(key);
+        for (const auto* entry : m_order)
+            list.push_back(entry->first);
     }
 
     indent(os);

@@ -30,7 +30,8 @@ public:
     /// Appends the entries of a list of keys, null for a key without one. Keys are trimmed.
     void getFieldsByRange(char* keys, std::vector<DataField*>* out) override;
 
-    /// The entries in the table's own order; the first for a negative index, null past the end.
+    /// The entries in the order of their keys in the table; the first for a negative index, null past the end. Keys
+    /// are not sorted, and which entry comes when is the table's own business.
     virtual DataObject* getObject(int index);
     /// The entry of exactly this key, else null.
     virtual DataObject* getObject(char* key);
@@ -39,6 +40,10 @@ public:
     char* getObjectKey(int index);
     /// The entry of this key, created when missing.
     DataObject* newObject(char* key);
+
+    /// Hands `data` to the setData(char*, int) of the entry of this key. Contract: objects leave that empty; it is
+    /// there for entries of classes that types make themselves.
+    void setObjectData(char* data, char* key);
 
     /// Prints the entries of a list of keys, all for null.
     void dumpKeys(std::ostream& os, char* keys, int withName);
@@ -55,6 +60,8 @@ private:
     DataObject* entryOf(std::string_view key);
 
     Entries m_entries;
+    /// In the order in which the keys came, so that dumps look the same everywhere and an index costs nothing.
+    std::vector<Entries::value_type*> m_order;
 };
 
 #endif

@@ -9,7 +9,9 @@
 #include "../foundation/text/Scanner.h"
 #include "CommandText.h"
 #include "FieldWatch.h"
+#include "Limits.h"
 #include "LinkTargets.h"
+#include "NestedCall.h"
 #include "TreeState.h"
 
 #include <algorithm>
@@ -39,6 +41,10 @@ DataType* DataNode::getClassType() {
 DataNode::DataNode(char* name) : DataField(name) {
     setType(getClassType());
 }
+
+DataNode::DataNode(const DataNode& other) = default;
+
+DataNode& DataNode::operator=(const DataNode& other) = default;
 
 DataNode::~DataNode() = default;
 
@@ -150,6 +156,11 @@ bool DataNode::getFieldData(char* /*path*/, std::vector<char*>* /*out*/, int /*f
 void DataNode::executeCommand(char* command, int index) {
     if (!command)
         return;
+    const NestedCall depth(treeState.commandDepth);
+    if (depth.isDeeperThan(limits::maxCommandDepth))
+        return;
+    if (depth.isOutermost())
+        treeState.broadcastSets = 0;
     const FieldWatch watch(*this);
     if (const auto list = m_targets)
         list->walk(*this, [&](DataField& target) {
@@ -159,6 +170,8 @@ void DataNode::executeCommand(char* command, int index) {
     SetCommand parts;
     if (watch.ended() || !parts.cut(command))
         return;
+    // Not every look-up gets as far as clearing what an earlier one has left.
+    treeState.wildcard = false;
     if (DataField* field = getField(parts.path, index, 0)) {
         field->parse(parts.indexText, parts.value);
         return;
@@ -178,6 +191,8 @@ void DataNode::broadcast(DataNode& node, const std::string& rest, const std::str
         DataField* child = children[at];
         if (!child || child->getParent() != &node || (!rest.empty() && child->isOfType(getClassType()) == 0))
             continue;
+        if (++treeState.broadcastSets > limits::maxElements)
+            return;
         std::string command = child->getName();
         if (!rest.empty())
             command += '/' + rest;

@@ -12,8 +12,8 @@ public:
     static DataType* getClassType();
 
     explicit DataNode(char* name);
-    DataNode(const DataNode&) = delete;
-    DataNode& operator=(const DataNode&) = delete;
+    DataNode(const DataNode& other);
+    DataNode& operator=(const DataNode& other);
     ~DataNode() override;
 
     using DataField::dump;
@@ -48,7 +48,7 @@ public:
     virtual bool getFieldData(char* path, char** value);
     virtual bool getFieldData(char* path, std::vector<char*>* out, int from, int to);
     /// Runs one command "path = value"; repeated on every node that follows this one by a link. "*" in the path
-    /// stands for every child.
+    /// stands for every child. Commands inside commands have an effect up to 64 levels deep.
     virtual void executeCommand(char* command, int index);
     /// Runs a list of commands separated by ";" outside braces and doubled quotes.
     virtual void parseCommand(char* text, int index);

@@ -1,13 +1,63 @@
 #include <orbel/tree/DataObject.h>
 
 #include <orbel/foundation/DataClassType.h>
+#include <orbel/foundation/DataPrintf.h>
+#include <orbel/tree/DataArray.h>
+#include <orbel/tree/DataValue.h>
 #include <orbel/tree/Orbel.h>
+#include <orbel/types/DataObjectField.h>
+#include <orbel/types/DataObjectType.h>
+#include <orbel/types/DataObjectTypesTable.h>
 
+#include "../foundation/text/FixedText.h"
+#include "../types/TypeLoading.h"
+#include "../types/TypesState.h"
+#include "FieldWatch.h"
 #include "HandlerList.h"
+#include "Limits.h"
+#include "TypeBuild.h"
 
+#include <sstream>
+#include <utility>
+
+namespace {
+
+char typesFileName[4096] = {};
+
+DataArray* makeArray(DataObjectType& type, char* name, int size) {
+    DataArray* array = type.createArray();
+    if (!array)
+        array = new DataArray(name);
+    array->setObjectType(&type);
+    array->setSize(size);
+    return array;
+}
+
+/// What the log says in front of the name that is read.
+const char* logTextOf(TypeSource source) {
+    switch (source) {
+    case TypeSource::file:
+        return "Reading config file : ";
+    case TypeSource::path:
+        return "Reading config files in path : ";
+    default:
+        return "Reading config files in folder : ";
+    }
+}
+
+} // namespace
+
+DataObjectTypesTable* DataObject::s_tTypes = nullptr;
+char* DataObject::s_sTypesFileName = typesFileName;
+int DataObject::i_NofExtraTypes = 0;
+bool DataObject::b_EnableOnTheFlyQXFile = false;
+char DataObject::m_sConfigQXFolder[4096] = {};
 DataType* DataObject::classType = nullptr;
 
 void DataObject::init() {
+    if (classType)
+        return;
+    readConfigFiles();
     if (classType)
         return;
     DataStructure::init();
@@ -23,6 +73,12 @@ DataType* DataObject::getClassType() {
 DataObject::DataObject(char* name) : DataStructure(name) {
     setType(getClassType());
 }
+
+DataObject::DataObject(const DataObject& other) = default;
+
+DataObject& DataObject::operator=(const DataObject& other) = default;
+
+DataObject::~DataObject() = default;
 
 const char* DataObject::getTypeName() {
     return "DataObject";
@@ -61,4 +117,231 @@ bool DataObject::unregisterHandler(DataHandler* handler) {
     if (field)
         field->unregisterHandler(handler);
     return field != nullptr;
+}
+
+void DataObject::setObjectType(DataObjectType* type) {
+    if (type == m_objectType)
+        return;
+    deleteChildren();
+    m_objectType = type;
+    if (!type)
+        return;
+    const FieldWatch watch(*this);
+    createStructure();
+    if (!watch.ended())
+        fireOnTypeChange(type->getName());
+}
+
+void DataObject::setObjectType(char* typeName) {
+    DataObjectType* type = s_tTypes ? s_tTypes->getTypeByName(typeName) : nullptr;
+    if (!type || type == m_objectType)
+        return;
+    const FieldWatch watch(*this);
+    setObjectType(type);
+    if (!watch.ended())
+        fireOnTypeChange(typeName);
+}
+
+DataObjectType* DataObject::getObjectType() {
+    return m_objectType;
+}
+
+char* DataObject::getObjectTypeName() {
+    return m_objectType ? m_objectType->getName() : nullptr;
+}
+
+void DataObject::createStructure() {
+    if (!m_objectType || !TypeBuild::admits(*m_objectType))
+        return;
+    const TypeBuild build(*m_objectType);
+    const FieldWatch watch(*this);
+    std::vector<DataObjectField*> declarations;
+    m_objectType->getFieldsList(declarations);
+    for (DataObjectField* declaration : declarations) {
+        // A second field of the same name would be refused and belong to nobody.
+        if (hasChild(declaration->getName()))
+            continue;
+        DataField* field = createField(declaration);
+        if (watch.ended())
+            return;
+        if (field)
+            addField(field, -1);
+    }
+}
+
+bool DataObject::hasChild(char* name) {
+    return findChild(limits::cutName(text::viewOf(name))) != nullptr;
+}
+
+DataField* DataObject::createField(DataObjectField* declaration) {
+    if (!TypeBuild::admitsOneMore())
+        return nullptr;
+    const int count = declaration->getSize();
+    char* name = declaration->getName();
+    DataField* field = nullptr;
+    if (text::viewOf(declaration->getType()) == "string") {
+        field = new DataValue(name);
+        field->setSize(count);
+        take(field);
+    } else {
+        DataObjectType* type = s_tTypes ? s_tTypes->getTypeByName(declaration->getType()) : nullptr;
+        if (!type || !TypeBuild::admits(*type))
+            return nullptr;
+        if (count == 1) {
+            field = createNestedObject(*type, name);
+        } else {
+            field = makeArray(*type, name, count);
+            take(field);
+        }
+    }
+    if (*declaration->getDefaultValue() != '\0') {
+        std::string range = "0-" + std::to_string(count - 1);
+        field->parse(count > 1 ? range.data() : nullptr, std::string(declaration->getDefaultValue()).data());
+    }
+    return field;
+}
+
+DataField* DataObject::createNestedObject(DataObjectType& type, char* name) {
+    DataObject* object = createObject(&type, name);
+    take(object);
+    std::vector<DataObjectField*> declarations;
+    type.getFieldsList(declarations);
+    for (DataObjectField* declaration : declarations) {
+        // Only objects that the type's own function made can still lack some.
+        if (object->hasChild(declaration->getName()))
+            continue;
+        if (DataField* child = createField(declaration)) {
+            take(child);
+            object->addField(child, -1);
+        }
+    }
+    return object;
+}
+
+/// Contract: an object holds a reference on what it makes beside the one that every parent holds.
+void DataObject::take(DataField* field) {
+    field->ref(this, this);
+}
+
+DataObject* DataObject::createObject(DataObjectType* type, char* name) {
+    if (!type)
+        return nullptr;
+    if (DataObject* made = type->createObject())
+        return made;
+    auto* object = new DataObject(name);
+    object->setObjectType(type);
+    return object;
+}
+
+DataObject* DataObject::createObject(char* typeName, char* name) {
+    return createObject(s_tTypes ? s_tTypes->getTypeByName(typeName) : nullptr, name);
+}
+
+DataArray* DataObject::createArray(char* typeName, char* name, int size) {
+    DataObjectType* type = s_tTypes ? s_tTypes->getTypeByName(typeName) : nullptr;
+    if (!type)
+        return nullptr;
+    DataArray* array = makeArray(*type, name, size);
+    array->ref(nullptr, nullptr);
+    return array;
+}
+
+DataObjectTypesTable* DataObject::getTypesTable() {
+    return s_tTypes;
+}
+
+DataObjectType* DataObject::getObjectTypeByName(char* name) {
+    if (!s_tTypes)
+        init();
+    return s_tTypes ? s_tTypes->getTypeByName(name) : nullptr;
+}
+
+void DataObject::getTypeNames(std::vector<char*>* names) {
+    if (!s_tTypes || !names)
+        return;
+    names->clear();
+    for (int index = 0; index < s_tTypes->getNumTypes(); ++index)
+        names->push_back(s_tTypes->getTypeByIndex(index)->getName());
+}
+
+void DataObject::getTypeFieldNames(char* typeName, std::vector<char*>* names) {
+    if (!s_tTypes || !names)
+        return;
+    names->clear();
+    if (DataObjectType* type = s_tTypes->getTypeByName(typeName))
+        type->getFieldsList(*names);
+}
+
+void DataObject::getTypeFieldsDescription(char* typeName, char* out) {
+    DataObjectType* type = s_tTypes ? s_tTypes->getTypeByName(typeName) : nullptr;
+    if (type && out)
+        type->getFieldsDescription(out);
+}
+
+void DataObject::dumpAllTypes(std::ostream& os) {
+    if (s_tTypes)
+        s_tTypes->dumpSpec(os);
+}
+
+void DataObject::readConfigFiles() {
+    retireTypesTable(std::exchange(s_tTypes, nullptr));
+    s_tTypes = new DataObjectTypesTable;
+
+    const TypeSource source = chooseTypeSource();
+    // Contract: the path variable only selects its branch; the list that is read is what was read the time before.
+    std::string name(text::viewOf(s_sTypesFileName));
+    if (source != TypeSource::path)
+        name = source == TypeSource::configured ? std::string(m_sConfigQXFolder) : typeSourceText(source);
+    text::copyCut(typesFileName, name.c_str());
+    s_sTypesFileName = typesFileName;
+
+    std::ostringstream log;
+    log << '\n' << logTextOf(source) << typesFileName << "\n\n";
+    if (source == TypeSource::file)
+        readTypesTable(typesFileName);
+    else if (source == TypeSource::folder)
+        readConfigFilesDir(typesFileName);
+    else
+        readConfigFilesPath(typesFileName);
+    s_tTypes->sortTypes();
+    if (isTypeDumpWanted()) {
+        s_tTypes->dumpSpec(log);
+        DataPrintf("%s\n", log.str().c_str());
+    }
+}
+
+bool DataObject::readTypesTable(char* fileName) {
+    return loadTypeFile(s_tTypes, std::string(text::viewOf(fileName)));
+}
+
+void DataObject::readConfigFilesDir(char* folder) {
+    loadTypeFolder(s_tTypes, std::string(text::viewOf(folder)));
+}
+
+void DataObject::readConfigFilesPath(char* folderList) {
+    loadTypeFolders(s_tTypes, text::viewOf(folderList));
+}
+
+void DataObject::set_ConfigFolder(char* folder) {
+    text::copyCut(m_sConfigQXFolder, folder);
+}
+
+char* DataObject::get_ConfigFolder() {
+    return m_sConfigQXFolder;
+}
+
+void DataObject::set_NofExtraTypes(int count) {
+    i_NofExtraTypes = count;
+}
+
+int DataObject::get_NofExtraTypes() {
+    return i_NofExtraTypes;
+}
+
+void DataObject::set_OnTheFlyQXFile(bool enable) {
+    b_EnableOnTheFlyQXFile = enable;
+}
+
+bool DataObject::get_OnTheFlyQXFile() {
+    return b_EnableOnTheFlyQXFile;
 }

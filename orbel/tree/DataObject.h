@@ -3,14 +3,36 @@
 
 #include <orbel/tree/DataStructure.h>
 
-/// An element of arrays and hash tables: a structure that never creates fields for a handler itself.
+class DataArray;
+class DataObjectField;
+class DataObjectType;
+class DataObjectTypesTable;
+
+/// A structure whose children an object type declares; also an element of arrays and hash tables. Never creates
+/// fields for a handler itself.
+///
+/// The class keeps the types of the process. They are read when the first object is made, from where the environment
+/// variables QX_OBJECTS_FILE, QX_OBJECTS_DIR and QX_OBJECTS_PATH say, the first that is set deciding, or else from
+/// the configured folders. Types live as long as the process, also after they were read anew.
 class ORBEL_API DataObject : public DataStructure {
 public:
+    /// Null until types are first read.
+    static DataObjectTypesTable* s_tTypes;
+    /// The file, folder or folders last read, cut to 4,095 characters.
+    static char* s_sTypesFileName;
+    static int i_NofExtraTypes;
+    static bool b_EnableOnTheFlyQXFile;
+    static char m_sConfigQXFolder[4096];
     static DataType* classType;
+    /// Also reads the types, the first time.
     static void init();
     static DataType* getClassType();
 
     explicit DataObject(char* name);
+    /// A copy shares handlers, link targets and children with its origin and is of the same type.
+    DataObject(const DataObject& other);
+    DataObject& operator=(const DataObject& other);
+    ~DataObject() override;
 
     using DataStructure::registerHandler;
     using DataStructure::unregisterHandler;
@@ -23,6 +45,59 @@ public:
     bool registerHandler(char* path, DataHandler* handler, int index) override;
     /// Removes and deletes no field. False when the handler is on no field.
     bool unregisterHandler(DataHandler* handler) override;
+
+    /// Replaces the children by those that the type declares, with their default values, and tells the handlers of
+    /// this object. Null leaves the object empty and tells nobody. Nothing happens when the type stays the same.
+    void setObjectType(DataObjectType* type);
+    /// The same by name; nothing happens for an unknown one. Contract: handlers hear of it twice.
+    void setObjectType(char* typeName);
+    /// Null when untyped.
+    DataObjectType* getObjectType();
+    char* getObjectTypeName();
+
+    /// What the type's own function makes, as it is, else a new object of this name and type. Owned by the caller;
+    /// null for a null or unknown type.
+    static DataObject* createObject(DataObjectType* type, char* name);
+    static DataObject* createObject(char* typeName, char* name);
+    /// A new array of `size` elements. Contract: it carries one anonymous reference, unlike a new object.
+    static DataArray* createArray(char* typeName, char* name, int size);
+
+    static DataObjectTypesTable* getTypesTable();
+    /// Reads the types first when there are none yet. Null when unknown.
+    static DataObjectType* getObjectTypeByName(char* name);
+    /// Replaces the content of `names` by the names of all types, which belong to the types.
+    static void getTypeNames(std::vector<char*>* names);
+    /// Replaces the content of `names` by the names of the fields of a type; empty for an unknown type.
+    static void getTypeFieldNames(char* typeName, std::vector<char*>* names);
+    /// Writes one line for each field. Contract: `out` must have room for them; untouched for an unknown type.
+    static void getTypeFieldsDescription(char* typeName, char* out);
+    static void dumpAllTypes(std::ostream& os);
+
+    /// Reads all types anew. Objects made before keep their old types. With QX_DUMP_CONFIG set, prints what was read.
+    static void readConfigFiles();
+    /// Adds the types of one file. False when it cannot be read.
+    static bool readTypesTable(char* fileName);
+    /// Adds the types of all files "*.qx" of a folder.
+    static void readConfigFilesDir(char* folder);
+    /// The same for a list of folders separated by ";".
+    static void readConfigFilesPath(char* folderList);
+
+    /// The folders, separated by ";", that are read when no environment variable says otherwise.
+    static void set_ConfigFolder(char* folder);
+    static char* get_ConfigFolder();
+    static void set_NofExtraTypes(int count);
+    static int get_NofExtraTypes();
+    static void set_OnTheFlyQXFile(bool enable);
+    static bool get_OnTheFlyQXFile();
+
+private:
+    void createStructure();
+    DataField* createField(DataObjectField* declaration);
+    DataField* createNestedObject(DataObjectType& type, char* name);
+    bool hasChild(char* name);
+    void take(DataField* field);
+
+    DataObjectType* m_objectType = nullptr;
 };
 
 #endif

@@ -2,6 +2,7 @@
 
 #include <orbel/foundation/DataClassType.h>
 #include <orbel/tree/DataHashTable.h>
+#include <orbel/tree/DataValue.h>
 
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
@@ -18,6 +19,40 @@
 #include <cstring>
 #include <iostream>
 #include <iterator>
+#include <map>
+
+namespace {
+
+/// Contract: an array tells how many fields its first element has, not how many elements there are.
+void writeLabel(std::ostream& os, DataField& child) {
+    if (child.isOfType(DataArray::getClassType()) != 0) {
+        auto& array = static_cast<DataArray&>(child);
+        if (!array.getObjectType())
+            return;
+        os << array.getObjectTypeName();
+        if (array.isOfType(DataHashTable::getClassType()) == 0)
+            os << '[' << array.getNumFields() << ']';
+        os << ':';
+        return;
+    }
+    if (child.isOfType(DataStructure::getClassType()) != 0) {
+        const bool isObject = child.isOfType(DataObject::classType) != 0;
+        const char* typeName = isObject ? static_cast<DataObject&>(child).getObjectTypeName() : nullptr;
+        os << (typeName ? typeName : "node") << ':';
+        return;
+    }
+    if (child.isOfType(DataValue::getClassType()) != 0) {
+        DataBaseType::indent(os);
+        os << "string:";
+    }
+}
+
+} // namespace
+
+struct DataStructure::Children {
+    int owners = 0;
+    std::map<std::string, DataField*, std::less<>> byName;
+};
 
 DataType* DataStructure::classType = nullptr;
 
@@ -34,8 +69,20 @@ DataType* DataStructure::getClassType() {
     return classType;
 }
 
-DataStructure::DataStructure(char* name) : DataNode(name) {
+DataStructure::DataStructure(char* name) : DataNode(name), m_children(new Children) {
     setType(getClassType());
+}
+
+DataStructure::DataStructure(const DataStructure& other) = default;
+
+DataStructure& DataStructure::operator=(const DataStructure& other) {
+    if (this == &other)
+        return *this;
+    if (m_children->owners == 1)
+        removeChildren();
+    DataNode::operator=(other);
+    m_children = other.m_children;
+    return *this;
 }
 
 DataStructure::~DataStructure() {
@@ -53,7 +100,7 @@ void DataStructure::dump(std::ostream& os, int first, int last, int withName) {
         os << getName() << " =";
     os << "{\n";
     incrIndent();
-    for (const auto& [name, child] : m_children) {
+    for (const auto& [name, child] : m_children->byName) {
         if (child->isOfType(DataNode::getClassType()) == 0)
             indent(os);
         child->dump(os, first, last, 1);
@@ -68,7 +115,7 @@ void DataStructure::dumpXML(std::ostream& os) {
     indent(os);
     os << '<' << getName() << ">\n";
     incrIndent();
-    for (const auto& [name, child] : m_children) {
+    for (const auto& [name, child] : m_children->byName) {
         child->dump(os, -1, -1, 1);
         os << '\n';
     }
@@ -83,7 +130,7 @@ void DataStructure::dump() {
 
 void DataStructure::ClearLinks() {
     DataField::ClearLinks();
-    for (const auto& [name, child] : m_children)
+    for (const auto& [name, child] : m_children->byName)
         child->ClearLinks();
 }
 
@@ -93,7 +140,7 @@ int DataStructure::getSize() {
 
 DataField* DataStructure::clone() {
     auto* copy = static_cast<DataStructure*>(type()->alloc(getName(), getSize()));
-    for (const auto& [name, child] : m_children)
+    for (const auto& [name, child] : m_children->byName)
         copy->addField(child->clone(), -1);
     return copy;
 }
@@ -127,13 +174,13 @@ bool DataStructure::getData(char** /*value*/, int /*index*/) {
 
 void DataStructure::clearData() {
     const FieldWatch watch(*this);
-    for (auto child = m_children.begin(); child != m_children.end();) {
+    for (auto child = m_children->byName.begin(); child != m_children->byName.end();) {
         // A handler may take children out while they are cleared: go on behind the name, not the entry.
         const std::string name = child->first;
         child->second->clearData();
         if (watch.ended())
             return;
-        child = m_children.upper_bound(name);
+        child = m_children->byName.upper_bound(name);
     }
 }
 
@@ -142,15 +189,16 @@ bool DataStructure::copyData(DataField* source, int /*sourceIndex*/, int /*targe
         return false;
     const FieldWatch watch(*this);
     const FieldWatch sourceWatch(*source);
-    const Children& children = static_cast<DataStructure*>(source)->m_children;
-    for (auto child = children.begin(); child != children.end();) {
+    // Assigning to the source in a callback gives it other children.
+    const auto children = static_cast<DataStructure*>(source)->m_children;
+    for (auto child = children->byName.begin(); child != children->byName.end();) {
         std::string name = child->first;
         if (name.substr(0, 1) != "#")
             if (DataField* target = getField(name.data(), 0, 1))
                 target->copyData(child->second, 0, 0, -1);
         if (watch.ended() || sourceWatch.ended())
             return true;
-        child = children.upper_bound(name);
+        child = children->byName.upper_bound(name);
     }
     return true;
 }
@@ -158,7 +206,7 @@ bool DataStructure::copyData(DataField* source, int /*sourceIndex*/, int /*targe
 bool DataStructure::addField(DataField* field, int instance) {
     if (!field)
         return false;
-    const bool added = m_children.try_emplace(field->getName(), field).second;
+    const bool added = m_children->byName.try_emplace(field->getName(), field).second;
     field->setParent(this, instance);
     field->ref(this, this);
     return added;
@@ -166,8 +214,8 @@ bool DataStructure::addField(DataField* field, int instance) {
 
 void DataStructure::getFieldsVector(std::vector<DataField*>* out) {
     out->clear();
-    out->reserve(m_children.size());
-    for (const auto& [name, child] : m_children)
+    out->reserve(m_children->byName.size());
+    for (const auto& [name, child] : m_children->byName)
         out->push_back(child);
 }
 
@@ -176,8 +224,8 @@ void DataStructure::clearFieldsVector(std::vector<DataField*>* out) {
 }
 
 DataField* DataStructure::findChild(std::string_view name) {
-    const auto found = m_children.find(name);
-    return found == m_children.end() ? nullptr : found->second;
+    const auto found = m_children->byName.find(name);
+    return found == m_children->byName.end() ? nullptr : found->second;
 }
 
 DataField* DataStructure::getField(char* path, int index, int flag) {
@@ -217,19 +265,34 @@ DataField* DataStructure::getField(char* path, int index, int flag) {
     return descend(child, copied.indexText, rest ? copy.data() + slash + 1 : nullptr, index, flag);
 }
 
+/// Contract: a kind retypes what exists, as far as it can have an object type.
+void DataStructure::setObjectTypeOf(DataField& child, std::string_view kind) {
+    std::string typeName(kind);
+    // Without a record there is no object either; asking for it would load the types for nothing.
+    if (child.isOfType(DataObject::classType) != 0)
+        static_cast<DataObject&>(child).setObjectType(typeName.data());
+    else if (child.isOfType(DataArray::getClassType()) != 0)
+        static_cast<DataArray&>(child).setObjectType(typeName.data());
+}
+
 DataField* DataStructure::findOrCreate(std::string_view kind, std::string_view name) {
-    std::string_view childName = name.substr(0, limits::maxNameLength);
+    std::string_view childName = name;
     if (kind == hashTableKind)
         if (const auto table = readTableName(name))
-            childName = table->table.substr(0, limits::maxNameLength);
-    DataField* child = findChild(childName);
-    if (!child)
+            childName = table->table;
+    DataField* child = findChild(limits::cutName(childName));
+    const bool isNew = !child;
+    if (isNew)
         child = createField(kind, name).release();
     if (!child)
         return nullptr;
 
     const FieldWatch watch(*this);
     const FieldWatch childWatch(*child);
+    if (!isNew)
+        setObjectTypeOf(*child, kind);
+    if (watch.ended() || childWatch.ended())
+        return nullptr;
     child->registerMarker();
     if (watch.ended() || childWatch.ended())
         return nullptr;
@@ -265,16 +328,16 @@ DataField* DataStructure::descend(DataField* child, std::optional<std::string_vi
 }
 
 void DataStructure::removeField(char* name, int index) {
-    if (m_children.empty())
+    if (m_children->byName.empty())
         return;
-    const auto entry = m_children.find(text::viewOf(name));
-    DataField* field = entry != m_children.end() ? entry->second : getField(name, index, 1);
+    const auto entry = m_children->byName.find(text::viewOf(name));
+    DataField* field = entry != m_children->byName.end() ? entry->second : getField(name, index, 1);
     if (!field)
         return;
     field->unref(this, this);
-    if (entry == m_children.end())
+    if (entry == m_children->byName.end())
         return;
-    m_children.erase(entry);
+    m_children->byName.erase(entry);
     // A field that is no child any more must not name a parent that may be gone by the time it is asked.
     if (field->getParent() == this)
         field->setParent(nullptr, field->getParentInstance());
@@ -282,20 +345,20 @@ void DataStructure::removeField(char* name, int index) {
 
 void DataStructure::removeChildren() {
     const int count = getNumFields();
-    for (int ordinal = 0; ordinal < count && !m_children.empty(); ++ordinal) {
-        const auto entry = m_children.begin();
+    for (int ordinal = 0; ordinal < count && !m_children->byName.empty(); ++ordinal) {
+        const auto entry = m_children->byName.begin();
         DataField* child = entry->second;
-        m_children.erase(entry);
+        m_children->byName.erase(entry);
         child->setParent(nullptr, ordinal);
         child->unref(this, this);
     }
 }
 
 void DataStructure::deleteChildren() {
-    for (std::size_t left = m_children.size(); left > 0 && !m_children.empty(); --left) {
-        const auto entry = m_children.begin();
+    for (std::size_t left = m_children->byName.size(); left > 0 && !m_children->byName.empty(); --left) {
+        const auto entry = m_children->byName.begin();
         DataField* child = entry->second;
-        m_children.erase(entry);
+        m_children->byName.erase(entry);
         child->unref(this, this);
         child->setParent(nullptr, 0);
         disposeIfUnused(child);
@@ -316,13 +379,13 @@ void DataStructure::disposeIfUnused(DataField* field) {
 }
 
 int DataStructure::getNumFields() {
-    return static_cast<int>(m_children.size());
+    return static_cast<int>(m_children->byName.size());
 }
 
 DataField* DataStructure::getFieldByIndex(int index) {
-    if (index >= getNumFields() || m_children.empty())
+    if (index >= getNumFields() || m_children->byName.empty())
         return nullptr;
-    return std::next(m_children.begin(), std::max(index, 0))->second;
+    return std::next(m_children->byName.begin(), std::max(index, 0))->second;
 }
 
 bool DataStructure::registerHandler(char* path, DataHandler* handler, int index) {
@@ -330,7 +393,7 @@ bool DataStructure::registerHandler(char* path, DataHandler* handler, int index)
         return false;
     DataField* found = getField(path, index, 1);
     if (!found)
-        found = findChild(text::viewOf(path).substr(0, limits::maxNameLength));
+        found = findChild(limits::cutName(text::viewOf(path)));
     if (DataField* old = HandlerList::fieldOf(*handler)) {
         if (old == found)
             return true;
@@ -475,7 +538,15 @@ void DataStructure::executeLinkCommand(char* command) {
 
 void DataStructure::dumpListOfFields() {
     std::cout << "Fields: ";
-    for (const auto& [name, child] : m_children)
+    for (const auto& [name, child] : m_children->byName)
         std::cout << name;
     std::cout << std::endl;
+}
+
+void DataStructure::dumpInternal(std::ostream& os, int first, int last) {
+    for (const auto& [name, child] : m_children->byName) {
+        writeLabel(os, *child);
+        child->dump(os, first, last, 1);
+        os << (child->isOfType(DataObject::classType) != 0 ? ";\n" : "\n");
+    }
 }

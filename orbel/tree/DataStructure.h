@@ -3,7 +3,6 @@
 
 #include <orbel/tree/DataNode.h>
 
-#include <map>
 #include <optional>
 #include <string_view>
 
@@ -27,8 +26,10 @@ public:
     static DataType* getClassType();
 
     explicit DataStructure(char* name);
-    DataStructure(const DataStructure&) = delete;
-    DataStructure& operator=(const DataStructure&) = delete;
+    /// A copy shares handlers, link targets and children with its origin; the children keep their parent. Assigning
+    /// lets go of the children that were there.
+    DataStructure(const DataStructure& other);
+    DataStructure& operator=(const DataStructure& other);
     ~DataStructure() override;
 
     using DataNode::dump;
@@ -97,19 +98,25 @@ public:
     /// Runs one link command: "target = source" links and copies once, "~target" ends a link.
     void executeLinkCommand(char* command);
 
+    /// Prints one child per line, each behind a label that tells its type.
+    void dumpInternal(std::ostream& os, int first, int last);
     /// Writes the names of the children to standard output. Contract: they run together without a separator.
     void dumpListOfFields();
 
-private:
-    using Children = std::map<std::string, DataField*, std::less<>>;
-
+protected:
+    /// The child of exactly this name, else null.
     DataField* findChild(std::string_view name);
+
+private:
+    struct Children;
+
     DataField* findOrCreate(std::string_view kind, std::string_view name);
+    static void setObjectTypeOf(DataField& child, std::string_view kind);
     static DataField* descend(DataField* child, std::optional<std::string_view> indexText, char* rest, int index,
                               int flag);
     static void disposeIfUnused(DataField* field);
 
-    Children m_children;
+    SharedPart<Children> m_children;
 };
 
 #endif

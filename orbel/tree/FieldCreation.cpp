@@ -3,6 +3,7 @@
 #include <orbel/tree/DataHashTable.h>
 #include <orbel/tree/DataValue.h>
 
+#include "../foundation/text/Scanner.h"
 #include "FieldPath.h"
 
 namespace {
@@ -10,6 +11,26 @@ namespace {
 template <class Field>
 std::unique_ptr<DataField> make(std::string_view name) {
     return std::make_unique<Field>(std::string(name).data());
+}
+
+std::unique_ptr<DataField> createTable(std::string_view name) {
+    const auto parts = readTableName(name);
+    if (!parts)
+        return nullptr;
+    auto table = std::make_unique<DataHashTable>(std::string(parts->table).data());
+    table->setObjectType(std::string(parts->entryType).data());
+    return table;
+}
+
+/// "Point" makes an object, "Point[4]" an array.
+std::unique_ptr<DataField> createTyped(std::string_view kind, std::string_view name) {
+    DataObject::init();
+    std::string typeName(kind.substr(0, kind.find('[')));
+    std::string fieldName(name);
+    if (typeName.size() == kind.size())
+        return std::unique_ptr<DataField>(DataObject::createObject(typeName.data(), fieldName.data()));
+    const int size = text::readSignedNumber(kind.substr(typeName.size() + 1));
+    return std::unique_ptr<DataField>(DataObject::createArray(typeName.data(), fieldName.data(), size));
 }
 
 } // namespace
@@ -20,7 +41,6 @@ std::unique_ptr<DataField> createField(std::string_view kind, std::string_view n
     if (kind == "node")
         return make<DataStructure>(name);
     if (kind == hashTableKind)
-        if (const auto table = readTableName(name))
-            return make<DataHashTable>(table->table);
-    return nullptr;
+        return createTable(name);
+    return createTyped(kind, name);
 }

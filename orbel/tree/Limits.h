@@ -2,6 +2,7 @@
 #define ORBEL_TREE_LIMITS_H
 
 #include <cstddef>
+#include <string_view>
 
 namespace limits {
 
@@ -13,6 +14,22 @@ constexpr std::size_t maxNameLength = 99;
 
 /// The longest field path that is resolved.
 constexpr std::size_t maxPathLength = 511;
+
+/// What is kept of a name.
+constexpr std::string_view cutName(std::string_view name) {
+    return name.substr(0, maxNameLength);
+}
+
+/// How many indices beyond the end of an array one range text may select: each stands for an entry that is missing,
+/// and a few characters can name thousands of millions.
+constexpr int maxMissing = 65'536;
+
+/// How deep commands may call commands, by braces inside braces, "*" behind "*", links from node to node, or handlers
+/// that run commands: a text must not use up the stack of the host. What is deeper has no effect.
+constexpr int maxCommandDepth = 64;
+
+/// How many fields in a row a change is passed on along links, for the same reason.
+constexpr int maxLinkDepth = 256;
 
 } // namespace limits
 

@@ -2,6 +2,9 @@
 #define ORBEL_TREE_LINKTARGETS_H
 
 #include "FieldWatch.h"
+#include "Limits.h"
+#include "NestedCall.h"
+#include "TreeState.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -30,6 +33,9 @@ public:
     /// list alive.
     template <class Call>
     void walk(DataField& source, Call call) const {
+        const NestedCall depth(treeState.linkDepth);
+        if (depth.isDeeperThan(limits::maxLinkDepth))
+            return;
         const FieldWatch watch(source);
         for (std::size_t at = 0; !watch.ended() && at < m_targets.size(); ++at)
             call(*m_targets[at]);

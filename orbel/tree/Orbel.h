@@ -13,6 +13,9 @@ public:
     explicit Orbel(char* name);
 
     const char* getTypeName() override;
+
+    /// Writes the schema of an item: of an Orbel with all its children, of objects, tables and arrays the header only.
+    static void dumpSpec(std::ostream& os, DataField* field);
 };
 
 #endif

@@ -7,6 +7,7 @@
 class DataStructure;
 class FieldListWatch;
 class FieldWatch;
+class TypeBuild;
 
 /// All state of the trees that is kept per process.
 struct TreeState {
@@ -20,6 +21,13 @@ struct TreeState {
     /// The operations under way, innermost first.
     FieldWatch* watches = nullptr;
     FieldListWatch* listWatches = nullptr;
+    /// The object types whose fields are being made, innermost first.
+    TypeBuild* builds = nullptr;
+    /// How many commands run inside each other, and how many the broadcasts of the outermost one have run.
+    int commandDepth = 0;
+    int broadcastSets = 0;
+    /// How many links in a row the change under way has been passed along.
+    int linkDepth = 0;
 };
 
 extern TreeState treeState;

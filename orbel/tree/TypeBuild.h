@@ -1,0 +1,28 @@
+#ifndef ORBEL_TREE_TYPEBUILD_H
+#define ORBEL_TREE_TYPEBUILD_H
+
+class DataObjectType;
+
+/// An object type whose fields are being made; lives on the stack. Types may contain each other in a circle and
+/// multiply from level to level, so what one text makes is bounded: no type inside itself, not deeper than
+/// limits::maxTypeNesting, not more than limits::maxElements fields and elements at once.
+class TypeBuild {
+public:
+    explicit TypeBuild(const DataObjectType& type);
+    TypeBuild(const TypeBuild&) = delete;
+    TypeBuild& operator=(const TypeBuild&) = delete;
+    ~TypeBuild();
+
+    /// Whether fields of this type may be made inside those under way.
+    static bool admits(const DataObjectType& type);
+    /// Counts one field or element; false when there have been too many.
+    static bool admitsOneMore();
+
+private:
+    const DataObjectType* m_type;
+    TypeBuild* m_outer;
+    int m_depth;
+    int m_made = 0;
+};
+
+#endif
