@@ -32,13 +32,22 @@ void BoardState::deliver(std::size_t city, Column column, const std::string& tex
         noteInYear(state, text);
 }
 
-void BoardState::deliverWeek(std::size_t city, int from, int to, const std::vector<std::string>& texts, bool changed) {
+void BoardState::deliverHighs(std::size_t city, int from, int to, const std::vector<std::string>& texts, bool changed) {
     m_tally.count(changed);
     Week& week = m_cities[city].week;
     week.from = from;
     week.to = to;
     week.changed = changed;
-    std::copy(texts.begin(), texts.end(), week.texts.begin() + from);
+    std::copy(texts.begin(), texts.end(), week.highs.begin() + from);
+}
+
+void BoardState::deliverSky(std::size_t city, std::size_t day, const std::string& text, bool changed) {
+    m_tally.count(changed);
+    m_cities[city].week.skies[day] = {text, changed};
+}
+
+void BoardState::setHeadline(HeadlineState headline) {
+    m_headline = std::move(headline);
 }
 
 void BoardState::deliverDate(CityState& city, const std::string& date) {

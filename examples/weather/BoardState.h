@@ -19,16 +19,29 @@ struct Tally {
     }
 };
 
+/// Values that nobody has written yet hold one space or nothing.
+inline bool isBlank(const std::string& text) {
+    return text.find_first_not_of(' ') == std::string::npos;
+}
+
 struct Cell {
     std::string text;
     bool changed = false;
 };
 
 struct Week {
-    std::array<std::string, daysInWeek> texts;
+    std::array<std::string, daysInWeek> highs;
+    /// The range of highs that was written last.
     int from = 0;
     int to = -1;
     bool changed = false;
+    std::array<Cell, daysInWeek> skies;
+};
+
+/// What the labels of the headline read.
+struct HeadlineState {
+    std::string text;
+    std::array<std::string, daysInWeek> highs;
 };
 
 struct CityState {
@@ -41,15 +54,18 @@ struct CityState {
     const Cell& cell(Column column) const { return cells[static_cast<std::size_t>(column)]; }
 };
 
-/// What the handlers have been told so far. Both boards draw from this and from nothing else.
+/// What the handlers have been told so far, and the headline. Both boards draw from this and from nothing else.
 class BoardState {
 public:
     explicit BoardState(const std::vector<std::string>& cityNames);
 
     void deliver(std::size_t city, Column column, const std::string& text, bool changed);
-    void deliverWeek(std::size_t city, int from, int to, const std::vector<std::string>& texts, bool changed);
+    void deliverHighs(std::size_t city, int from, int to, const std::vector<std::string>& texts, bool changed);
+    void deliverSky(std::size_t city, std::size_t day, const std::string& text, bool changed);
+    void setHeadline(HeadlineState headline);
 
     const std::vector<CityState>& cities() const { return m_cities; }
+    const HeadlineState& headline() const { return m_headline; }
     const Tally& tally() const { return m_tally; }
     const std::string& date() const { return m_date; }
     std::size_t days() const { return m_days; }
@@ -59,6 +75,7 @@ private:
     static void noteInYear(CityState& city, const std::string& high);
 
     std::vector<CityState> m_cities;
+    HeadlineState m_headline;
     Tally m_tally;
     std::string m_date;
     std::size_t m_days = 0;

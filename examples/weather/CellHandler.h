@@ -5,7 +5,7 @@
 
 #include <orbel/orbel.h>
 
-/// Observes one value of one city.
+/// Observes one value of one city's day of today.
 class CellHandler : public DataHandler {
 public:
     CellHandler(BoardState& board, std::size_t city, Column column);

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
-/// The columns of the file after the city's name, in the file's order.
+/// The columns of the file after the city's name, in the file's order. Their names are also the fields of the type Day.
 enum class Column : std::size_t { Date, Precipitation, High, Low, Wind, Sky };
 
 inline constexpr std::array<std::string_view, 6> columnNames = {"date",     "precipitation", "temp_max",

@@ -1,76 +1,37 @@
 #include "Feed.h"
 
-namespace {
-
-// Interfaces with char* take texts they may write to, so literals need an array.
-char treeName[] = "weather";
-
-/// Kinds make what is missing on the way: "node:Seattle/string:wind" is a structure and, in it, a value.
-void create(Orbel& tree, const std::string& city, std::string_view value) {
-    std::string path = "node:" + city + "/string:" + std::string(value);
-    tree.getField(path.data(), 0, 1);
-}
-
-void unregisterAll(DataNode& node) {
-    std::vector<DataField*> children;
-    node.getFieldsVector(&children);
-    for (DataField* child : children) {
-        if (child->isOfType(DataNode::getClassType()) != 0)
-            unregisterAll(static_cast<DataNode&>(*child));
-        child->unregisterAllHandlers();
+Feed::Feed(WeatherTree& tree, const std::vector<std::string>& cities) : m_tree(tree) {
+    for (const std::string& name : cities) {
+        m_cities.push_back({pathOf(name), {}});
+        std::string command = pathOf(name) + "/name = " + name;
+        m_tree.root().parseCommand(command.data(), 0);
     }
-}
-
-} // namespace
-
-Feed::Feed(const std::vector<std::string>& cities) : m_tree(treeName), m_cities(cities.size()) {
-    constexpr std::string_view weekName = "last_seven_highs";
-    for (std::size_t index = 0; index < cities.size(); ++index) {
-        City& city = m_cities[index];
-        for (std::size_t column = 0; column < columnNames.size(); ++column) {
-            create(m_tree, cities[index], columnNames[column]);
-            city.paths[column] = cities[index] + '/' + std::string(columnNames[column]);
-        }
-        create(m_tree, cities[index], weekName);
-        city.weekPath = cities[index] + '/' + std::string(weekName);
-        m_tree.setFieldSize(city.weekPath.data(), static_cast<int>(daysInWeek));
-    }
-}
-
-Feed::~Feed() {
-    // A field made by a kind carries a handler of the tree's own, and deleteChildren spares whatever is observed.
-    unregisterAll(m_tree);
-    m_tree.deleteChildren();
-}
-
-void Feed::observe(std::size_t city, Column column, DataHandler& handler) {
-    m_tree.registerHandler(m_cities[city].paths[static_cast<std::size_t>(column)].data(), &handler, 0);
-}
-
-void Feed::observeWeek(std::size_t city, DataHandler& handler) {
-    m_tree.registerHandler(m_cities[city].weekPath.data(), &handler, 0);
 }
 
 void Feed::write(const std::vector<Observation>& day) {
-    for (const Observation& observation : day) {
-        City& city = m_cities[observation.city];
-        for (std::size_t column = 0; column < columnNames.size(); ++column) {
-            std::string text = observation.texts[column];
-            if (m_tree.setFieldData(city.paths[column].data(), text.data()))
-                ++m_valuesSet;
-        }
-        writeWeek(city, observation.text(Column::High));
-    }
+    for (const Observation& observation : day)
+        write(m_cities[observation.city], observation);
     ++m_daysWritten;
 }
 
-void Feed::writeWeek(City& city, const std::string& high) {
-    city.highs.push_back(high);
+void Feed::write(City& city, const Observation& observation) {
+    // "cities[Seattle]/today/date = 2012-01-01; cities[Seattle]/today/precipitation = 0.0; ..."
+    std::string commands;
+    for (std::size_t column = 0; column < columnNames.size(); ++column)
+        commands += city.path + "/today/" + std::string(columnNames[column]) + " = " + observation.texts[column] + "; ";
+
+    city.highs.push_back(observation.text(Column::High));
     if (city.highs.size() > daysInWeek)
         city.highs.pop_front();
-    std::vector<char*> texts;
-    for (std::string& text : city.highs)
-        texts.push_back(text.data());
-    if (m_tree.setFieldData(city.weekPath.data(), &texts, 0, -1))
-        m_valuesSet += texts.size();
+    // "cities[Seattle]/highs[5-6] = 12.8,10.6" on the second day. A copy command would not reach fields that follow.
+    commands += city.path + "/highs[" + std::to_string(daysInWeek - city.highs.size()) + "-6] = ";
+    for (const std::string& high : city.highs)
+        commands += &high == &city.highs.front() ? high : ',' + high;
+    m_tree.root().parseCommand(commands.data(), 0);
+    m_valuesSet += columnNames.size() + city.highs.size();
+
+    // The elements are copied in rising order, so each still holds what the one before it is to get.
+    std::string copies =
+        city.path + "/week[0-5] = " + city.path + "/week[1-6]; " + city.path + "/week[6] = " + city.path + "/today";
+    m_tree.root().parseCopyCommand(copies.data());
 }

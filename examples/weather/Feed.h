@@ -1,30 +1,17 @@
 #ifndef WEATHER_FEED_H
 #define WEATHER_FEED_H
 
-#include "Columns.h"
 #include "WeatherCsv.h"
+#include "WeatherTree.h"
 
-#include <orbel/orbel.h>
-
-#include <array>
 #include <deque>
 #include <string>
 #include <vector>
 
-/// Owns the tree, and writes observations into it:
-///
-///     Seattle/temp_max             one value per column
-///     Seattle/last_seven_highs     the last seven days' highest temperatures, the newest last
+/// Writes observations into the tree, by command texts only.
 class Feed {
 public:
-    explicit Feed(const std::vector<std::string>& cities);
-    ~Feed();
-
-    Feed(const Feed&) = delete;
-    Feed& operator=(const Feed&) = delete;
-
-    void observe(std::size_t city, Column column, DataHandler& handler);
-    void observeWeek(std::size_t city, DataHandler& handler);
+    Feed(WeatherTree& tree, const std::vector<std::string>& cities);
 
     void write(const std::vector<Observation>& day);
 
@@ -33,14 +20,13 @@ public:
 
 private:
     struct City {
-        std::array<std::string, columnNames.size()> paths;
-        std::string weekPath;
+        std::string path;
         std::deque<std::string> highs;
     };
 
-    void writeWeek(City& city, const std::string& high);
+    void write(City& city, const Observation& observation);
 
-    Orbel m_tree;
+    WeatherTree& m_tree;
     std::vector<City> m_cities;
     std::size_t m_daysWritten = 0;
     std::size_t m_valuesSet = 0;

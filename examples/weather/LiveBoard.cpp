@@ -7,11 +7,12 @@
 namespace {
 
 constexpr std::size_t width = LiveBoard::columns;
+constexpr std::size_t inner = width - 4;
 constexpr int rowsPerCity = 8;
-constexpr int otherRows = 5;
+constexpr int otherRows = 6;
 
 constexpr std::size_t chartColumn = 21;
-constexpr long storeys = 3;
+constexpr long storeys = 2;
 constexpr long eighthsPerStorey = 8;
 
 namespace style {
@@ -54,33 +55,72 @@ std::string_view bar(long eighths) {
     return bars[static_cast<std::size_t>(std::clamp(eighths, 0L, 8L))];
 }
 
+/// How high a bar stands in one storey, counted from the ground; each begins where the one below is full.
+std::string_view block(double celsius, long storey) {
+    const long height = std::max(1L, std::lround(warmth(celsius) * storeys * eighthsPerStorey));
+    return bar(height - storey * eighthsPerStorey);
+}
+
+double celsiusOf(const std::string& text) {
+    return std::strtod(text.c_str(), nullptr);
+}
+
 std::string rightAligned(const std::string& text, std::size_t columns) {
-    return text.size() < columns ? std::string(columns - text.size(), ' ') + text : text;
+    return text.size() < columns ? std::string(columns - text.size(), ' ') + text : text.substr(0, columns);
 }
 
-void addReading(StyledLine& line, std::size_t at, std::string_view label, const Cell& cell, std::string_view unit) {
-    line.padTo(at).add(label, style::label).add(" ");
-    line.add(rightAligned(cell.text, 5) + ' ' + std::string(unit) + ' ', cell.changed ? style::fresh : style::settled);
-}
-
-/// Between two days; seven days with their gaps are as wide as the weeks of a year below them.
-StyledLine& addGap(StyledLine& line) {
-    return line.padTo(line.columns() == chartColumn ? chartColumn : line.columns() + 3);
-}
-
-/// One storey of the bars, counted from the ground; each begins where the one below is full.
-StyledLine weekBars(const Week& week, long storey) {
-    StyledLine line;
+void addReading(StyledLine& line, std::string_view label, const Cell& cell, std::string_view unit) {
+    line.add(label, style::label).padTo(5).add(" ");
+    line.add(rightAligned(cell.text, 6) + ' ' + std::string(unit) + ' ', cell.changed ? style::fresh : style::settled);
     line.padTo(chartColumn);
-    for (const std::string& text : week.texts) {
-        addGap(line);
-        const double celsius = std::strtod(text.c_str(), nullptr);
-        const long height = std::max(1L, std::lround(warmth(celsius) * storeys * eighthsPerStorey));
-        const std::string_view block = bar(text.empty() ? 0 : height - storey * eighthsPerStorey);
-        for (int column = 0; column < 5; ++column)
-            line.add(block, colourOf(celsius));
+}
+
+/// Seven days with their gaps are as wide as the weeks of a year below them.
+template <class AddDay>
+void addWeek(StyledLine& line, AddDay addDay) {
+    for (std::size_t day = 0; day < daysInWeek; ++day) {
+        line.padTo(chartColumn + day * 8);
+        addDay(day);
     }
-    return line;
+}
+
+void addSkies(StyledLine& line, const Week& week) {
+    addWeek(line, [&](std::size_t day) {
+        const Cell& sky = week.skies[day];
+        const std::string text = sky.text.substr(0, 7);
+        if (!isBlank(text))
+            line.add(text, std::string(skyColour(sky.text)));
+    });
+}
+
+void addWeekBars(StyledLine& line, const Week& week, long storey) {
+    addWeek(line, [&](std::size_t day) {
+        const std::string& high = week.highs[day];
+        for (int column = 0; column < 5 && !isBlank(high); ++column)
+            line.add(block(celsiusOf(high), storey), colourOf(celsiusOf(high)));
+    });
+}
+
+void addHighs(StyledLine& line, const Week& week) {
+    addWeek(line, [&](std::size_t day) {
+        const bool fresh = week.changed && static_cast<int>(day) >= week.from && static_cast<int>(day) <= week.to;
+        line.add(rightAligned(week.highs[day], 5), fresh ? style::title : style::settled);
+    });
+}
+
+void addYear(StyledLine& line, const CityState& city, long storey) {
+    for (const auto& celsius : city.year)
+        if (celsius)
+            line.add(block(*celsius, storey), colourOf(*celsius));
+        else
+            line.add(storey == 0 ? "·" : " ", style::rest);
+}
+
+void addMonths(StyledLine& line) {
+    constexpr std::array<std::string_view, 12> months = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                                         "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+    for (std::size_t month = 0; month < months.size(); ++month)
+        line.padTo(chartColumn + month * 53 / 12).add(months[month], style::label);
 }
 
 } // namespace
@@ -102,13 +142,12 @@ void LiveBoard::draw() {
     m_lines.clear();
     addTop();
     addProgress();
-    for (const CityState& city : m_board.cities()) {
-        addRule("├", "┤");
+    addHeadline();
+    for (const CityState& city : m_board.cities())
         addCity(city);
-    }
-    addRule("├", "┤");
+    addRule("├", "", "┤");
     addTally();
-    addRule("╰", "╯");
+    addRule("╰", "", "╯");
 
     std::string frame;
     if (m_drawnLines > 0)
@@ -130,52 +169,48 @@ void LiveBoard::addTop() {
 }
 
 void LiveBoard::addProgress() {
-    constexpr std::size_t inner = width - 4;
     StyledLine line;
     line.padTo(m_board.days() * inner / m_totalDays, "━", style::progress);
     line.padTo(inner, "━", style::rest);
     addRow(line);
 }
 
+void LiveBoard::addHeadline() {
+    constexpr std::size_t weekWidth = 6 * daysInWeek;
+    constexpr std::size_t textWidth = inner - weekWidth;
+    const HeadlineState& headline = m_board.headline();
+    StyledLine line;
+    line.add(headline.text.substr(0, textWidth), style::title).padTo(textWidth);
+    for (const std::string& high : headline.highs)
+        line.add(rightAligned(high, 6), colourOf(celsiusOf(high)));
+    addRow(line);
+}
+
 void LiveBoard::addCity(const CityState& city) {
+    addRule("├─", ' ' + city.name + ' ', "┤");
     const Cell& sky = city.cell(Column::Sky);
-    const std::string skyText = ' ' + sky.text + ' ';
+    const std::string skyText = sky.text.substr(0, chartColumn - 2);
     std::string skyStyle(skyColour(sky.text));
     if (sky.changed)
         skyStyle.append(";").append(style::freshGround);
-    StyledLine head;
-    head.add(city.name, style::title).padTo(width - 4 - skyText.size()).add(skyText, skyStyle);
-    addRow(head);
+    std::array<StyledLine, rowsPerCity - 1> rows;
+    rows[0].add(skyText, skyStyle).padTo(chartColumn);
+    addReading(rows[1], "high", city.cell(Column::High), "°C");
+    addReading(rows[2], "low", city.cell(Column::Low), "°C");
+    addReading(rows[3], "rain", city.cell(Column::Precipitation), "mm");
+    addReading(rows[4], "wind", city.cell(Column::Wind), "m/s");
+    rows[5].padTo(chartColumn);
+    rows[6].add("weeks of " + city.cell(Column::Date).text.substr(0, 4), style::label).padTo(chartColumn);
 
-    StyledLine readings;
-    addReading(readings, 0, "high", city.cell(Column::High), "°C");
-    addReading(readings, 20, "low", city.cell(Column::Low), "°C");
-    addReading(readings, 39, "rain", city.cell(Column::Precipitation), "mm");
-    addReading(readings, 59, "wind", city.cell(Column::Wind), "m/s");
-    addRow(readings);
-
-    for (long storey = storeys; storey > 0; --storey)
-        addRow(weekBars(city.week, storey - 1));
-
-    const Week& week = city.week;
-    StyledLine numbers;
-    numbers.add("last 7 highs ", style::label);
-    if (week.to >= week.from)
-        numbers.add('[' + std::to_string(week.from) + '-' + std::to_string(week.to) + ']',
-                    week.changed ? style::fresh : style::settled);
-    numbers.padTo(chartColumn);
-    for (const std::string& text : week.texts)
-        addGap(numbers).add(rightAligned(text, 5), style::settled);
-    addRow(numbers);
-
-    StyledLine year;
-    year.add("weeks of " + city.cell(Column::Date).text.substr(0, 4), style::label).padTo(chartColumn);
-    for (const auto& celsius : city.year)
-        if (celsius)
-            year.add(bar(std::max(1L, std::lround(warmth(*celsius) * eighthsPerStorey))), colourOf(*celsius));
-        else
-            year.add("·", style::rest);
-    addRow(year);
+    addSkies(rows[0], city.week);
+    addWeekBars(rows[1], city.week, 1);
+    addWeekBars(rows[2], city.week, 0);
+    addHighs(rows[3], city.week);
+    addYear(rows[4], city, 1);
+    addYear(rows[5], city, 0);
+    addMonths(rows[6]);
+    for (StyledLine& row : rows)
+        addRow(std::move(row));
 }
 
 void LiveBoard::addTally() {
@@ -187,15 +222,15 @@ void LiveBoard::addTally() {
     addRow(line);
 }
 
-void LiveBoard::addRule(std::string_view left, std::string_view right) {
+void LiveBoard::addRule(std::string_view left, std::string_view title, std::string_view right) {
     StyledLine line;
-    line.add(left, style::frame).padTo(width - 1, "─", style::frame).add(right, style::frame);
-    m_lines.push_back(line);
+    line.add(left, style::frame).add(title, style::title).padTo(width - 1, "─", style::frame);
+    m_lines.push_back(line.add(right, style::frame));
 }
 
 void LiveBoard::addRow(StyledLine content) {
     StyledLine line;
-    content.padTo(width - 4);
+    content.padTo(inner);
     line.add("│ ", style::frame).add(content.bytes()).add(" │", style::frame);
     m_lines.push_back(line);
 }

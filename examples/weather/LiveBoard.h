@@ -24,9 +24,10 @@ public:
 private:
     void addTop();
     void addProgress();
+    void addHeadline();
     void addCity(const CityState& city);
     void addTally();
-    void addRule(std::string_view left, std::string_view right);
+    void addRule(std::string_view left, std::string_view title, std::string_view right);
     void addRow(StyledLine content);
 
     std::ostream& m_os;

@@ -1,16 +1,20 @@
 #include "Options.h"
 
 #include <charconv>
+#include <filesystem>
 #include <string_view>
 
 const char* const usageText = R"(usage: weather_board [OPTIONS] CSV
 
 Replays daily weather observations through a tree and shows them on a live board.
 
-  CSV          the observations: location,date,precipitation,temp_max,temp_min,wind,weather
-  --seconds N  how long the replay takes on a terminal, 0 to 3600 (14)
-  --plain      print a few snapshots, unpaced; always so when the output is not a terminal
-  --help       print this text
+  CSV             the observations: location,date,precipitation,temp_max,temp_min,wind,weather
+  --types FOLDER  where the type files (*.qx) are (types, beside the CSV file)
+  --seconds N     how long the replay takes on a terminal, 0 to 3600 (14)
+  --plain         print a few snapshots, unpaced; always so when the output is not a terminal
+  --dump          print the tree in every form at the end
+  --verbose       tell on standard error which types are loaded
+  --help          print this text
 )";
 
 namespace {
@@ -23,6 +27,12 @@ double readSeconds(std::string_view text) {
     return seconds;
 }
 
+std::string readFolder(std::string_view text) {
+    if (text.empty())
+        throw UsageError("--types needs a folder");
+    return std::string(text);
+}
+
 } // namespace
 
 Options readOptions(int argc, char** argv) {
@@ -33,6 +43,12 @@ Options readOptions(int argc, char** argv) {
             options.help = true;
         else if (word == "--plain")
             options.plain = true;
+        else if (word == "--dump")
+            options.dump = true;
+        else if (word == "--verbose")
+            options.verbose = true;
+        else if (word == "--types")
+            options.typesFolder = readFolder(++at < argc ? argv[at] : "");
         else if (word == "--seconds")
             options.seconds = readSeconds(++at < argc ? argv[at] : "");
         else if (word.substr(0, 1) == "-")
@@ -44,5 +60,7 @@ Options readOptions(int argc, char** argv) {
     }
     if (options.csvPath.empty() && !options.help)
         throw UsageError("no CSV file given");
+    if (options.typesFolder.empty())
+        options.typesFolder = (std::filesystem::path(options.csvPath).parent_path() / "types").string();
     return options;
 }

@@ -6,7 +6,10 @@
 
 struct Options {
     std::string csvPath;
+    std::string typesFolder;
     bool plain = false;
+    bool dump = false;
+    bool verbose = false;
     bool help = false;
     double seconds = 14;
 };

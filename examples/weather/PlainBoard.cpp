@@ -9,7 +9,11 @@ void printSnapshot(std::ostream& os, const BoardState& board, std::size_t totalD
     for (const CityState& city : board.cities())
         nameWidth = std::max(nameWidth, city.name.size());
 
-    os << board.date() << "  day " << board.days() << " of " << totalDays << '\n';
+    os << board.date() << "  day " << board.days() << " of " << totalDays << "  " << board.headline().text << "; highs";
+    for (const std::string& high : board.headline().highs)
+        if (!isBlank(high))
+            os << ' ' << high;
+    os << '\n';
     for (const CityState& city : board.cities()) {
         if (city.cell(Column::Date).text.empty())
             continue;
@@ -22,7 +26,7 @@ void printSnapshot(std::ostream& os, const BoardState& board, std::size_t totalD
         number(Column::Precipitation) << " mm  wind";
         number(Column::Wind) << " m/s  " << city.cell(Column::Sky).text << "; highs [" << city.week.from << '-'
                              << city.week.to << ']';
-        for (const std::string& text : city.week.texts)
+        for (const std::string& text : city.week.highs)
             if (!text.empty())
                 os << ' ' << text;
         os << '\n';

@@ -36,9 +36,10 @@ bool isNumber(std::string_view text) {
     return error == std::errc() && end == text.data() + text.size() && std::isfinite(value);
 }
 
-/// Paths give these characters a meaning, so a city's name must do without them.
-bool isFieldName(std::string_view text) {
-    return text.find_first_of("/:[]*") == std::string_view::npos && text.find("..") == std::string_view::npos;
+/// Paths and commands give these characters a meaning, and drop blanks at either end.
+bool isPlain(std::string_view text) {
+    return text.find_first_of("/:[]*=;{}\"") == std::string_view::npos && text.find("..") == std::string_view::npos &&
+           text.front() != ' ' && text.back() != ' ';
 }
 
 /// Whatever the file holds is shown in a terminal, which must not take it for an order.
@@ -97,8 +98,8 @@ private:
         for (const std::string_view field : fields)
             if (field.empty() || field.size() > longestText)
                 fail("a field is empty or longer than " + std::to_string(longestText) + " characters");
-        if (!isFieldName(fields[0]))
-            fail("the city's name holds a character that paths use");
+        if (!isPlain(fields.front()) || !isPlain(fields.back()))
+            fail("the city or the weather holds a character that commands use");
 
         Observation observation;
         observation.city = cityIndex(fields[0]);

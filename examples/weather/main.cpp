@@ -1,16 +1,16 @@
 #include "BoardState.h"
-#include "CellHandler.h"
-#include "Feed.h"
 #include "LiveBoard.h"
+#include "Observers.h"
 #include "Options.h"
 #include "PlainBoard.h"
+#include "Renderings.h"
+#include "Replay.h"
 #include "Terminal.h"
 #include "WeatherCsv.h"
-#include "WeekHandler.h"
 
 #include <chrono>
 #include <csignal>
-#include <deque>
+#include <cstdio>
 #include <iostream>
 #include <thread>
 
@@ -27,24 +27,24 @@ double eased(double x) {
     return x * x * x * (10 + x * (6 * x - 15));
 }
 
-void replayPlain(const Weather& weather, Feed& feed, const BoardState& board) {
+void replayPlain(Replay& replay, const BoardState& board) {
     constexpr std::size_t quarters = 4;
-    const std::size_t total = weather.days.size();
+    const std::size_t total = replay.totalDays();
     std::size_t nextQuarter = 1;
-    for (std::size_t day = 0; day < total; ++day) {
-        feed.write(weather.days[day]);
-        const bool quarterEnds = day + 1 >= nextQuarter * total / quarters;
-        if (day == 0 || quarterEnds)
+    for (std::size_t written = 1; written <= total; ++written) {
+        replay.writeNextDay();
+        const bool quarterEnds = written >= nextQuarter * total / quarters;
+        if (written == 1 || quarterEnds)
             printSnapshot(std::cout, board, total);
-        while (nextQuarter * total / quarters <= day + 1 && nextQuarter <= quarters)
+        while (nextQuarter * total / quarters <= written && nextQuarter <= quarters)
             ++nextQuarter;
     }
 }
 
-void replayLive(const Weather& weather, Feed& feed, const BoardState& board, double seconds) {
+void replayLive(Replay& replay, const BoardState& board, double seconds) {
     using Clock = std::chrono::steady_clock;
     constexpr auto frameTime = std::chrono::milliseconds(80);
-    const std::size_t total = weather.days.size();
+    const std::size_t total = replay.totalDays();
     LiveBoard view(std::cout, board, total);
     std::signal(SIGINT, noteInterrupt);
 
@@ -55,8 +55,8 @@ void replayLive(const Weather& weather, Feed& feed, const BoardState& board, dou
         const double done = elapsed < seconds ? eased(elapsed / seconds) : 1;
         const auto due = 1 + static_cast<std::size_t>(done * static_cast<double>(total - 1));
         if (due > written) {
-            while (written < due)
-                feed.write(weather.days[written++]);
+            for (; written < due; ++written)
+                replay.writeNextDay();
             view.draw();
         }
         if (written < total)
@@ -64,32 +64,32 @@ void replayLive(const Weather& weather, Feed& feed, const BoardState& board, dou
     }
 }
 
+int printMessage(const char* format, va_list args) {
+    return std::vfprintf(stderr, format, args);
+}
+
 int run(const Options& options) {
     const Weather weather = readWeatherCsv(options.csvPath);
+    if (options.verbose)
+        DataSetVPrintfFunction(printMessage);
     BoardState board(weather.cities);
-    // Handlers must outlive the feed, whose tree takes leave of them. A deque, because they must not move.
-    std::deque<CellHandler> cellHandlers;
-    std::deque<WeekHandler> weekHandlers;
-    Feed feed(weather.cities);
-    for (std::size_t city = 0; city < weather.cities.size(); ++city) {
-        for (std::size_t column = 0; column < columnNames.size(); ++column) {
-            const auto which = static_cast<Column>(column);
-            feed.observe(city, which, cellHandlers.emplace_back(board, city, which));
-        }
-        feed.observeWeek(city, weekHandlers.emplace_back(board, city));
-    }
+    WeatherTree tree(options.typesFolder, weather.cities);
+    const Observers observers(tree, board);
+    Replay replay(weather, tree, board);
 
     // One row more for the line of totals.
     const int rows = LiveBoard::rowsFor(weather.cities.size()) + 1;
     if (!options.plain && prepareTerminal(LiveBoard::columns, rows))
-        replayLive(weather, feed, board, options.seconds);
+        replayLive(replay, board, options.seconds);
     else
-        replayPlain(weather, feed, board);
+        replayPlain(replay, board);
+    if (options.dump)
+        printRenderings(std::cout, tree, weather.cities);
 
     const Tally& tally = board.tally();
     // Short enough for a terminal of 80 columns.
-    std::cout << "Totals: " << feed.daysWritten() << " days, " << feed.valuesSet() << " values, " << tally.callbacks
-              << " callbacks, " << tally.changed << " changed, " << tally.unchanged << " unchanged\n"
+    std::cout << "Totals: " << replay.feed().daysWritten() << " days, " << replay.feed().valuesSet() << " values, "
+              << tally.callbacks << " callbacks, " << tally.changed << " changed, " << tally.unchanged << " unchanged\n"
               << std::flush;
     if (!std::cout)
         throw std::runtime_error("cannot write to standard output");
@@ -110,6 +110,9 @@ int main(int argc, char** argv) {
         std::cerr << "weather_board: " << error.what() << "; see --help\n";
         return 2;
     } catch (const WeatherCsvError& error) {
+        std::cerr << "weather_board: " << error.what() << '\n';
+        return 2;
+    } catch (const TypesError& error) {
         std::cerr << "weather_board: " << error.what() << '\n';
         return 2;
     } catch (const std::exception& error) {

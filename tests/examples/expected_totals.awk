@@ -1,7 +1,7 @@
 # Works out from the observations alone what the weather board has to count.
 #
-# Every store brings one callback. It is unchanged when the text it stores is the one that is there. A value starts as
-# one space; the values that setting a size adds start empty.
+# Every store brings one callback, and so does every copy. It is unchanged when the text it stores is the one that is
+# there. A value starts as one space; further values of a field start empty.
 
 BEGIN { FS = "," }
 
@@ -30,14 +30,21 @@ function tell(differs) {
     highs[city, seen[city]] = $4
     count = seen[city] < 7 ? seen[city] : 7
     differs = 0
-    for (slot = 0; slot < count; slot++) {
+    for (slot = 7 - count; slot < 7; slot++) {
         before = ((city, slot) in week) ? week[city, slot] : (slot == 0 ? " " : "")
-        now = highs[city, seen[city] - count + 1 + slot]
+        now = highs[city, seen[city] - 6 + slot]
         if (("t" before) != ("t" now)) differs = 1
         week[city, slot] = now
         values++
     }
     tell(differs)
+
+    for (slot = 0; slot < 7; slot++) {
+        before = ((city, slot) in skies) ? skies[city, slot] : " "
+        now = slot == 6 ? $7 : ((city, slot + 1) in skies) ? skies[city, slot + 1] : " "
+        tell(before != now)
+        skies[city, slot] = now
+    }
 }
 
 END {
