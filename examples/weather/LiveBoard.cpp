@@ -28,7 +28,7 @@ constexpr std::string_view changed = "1;38;5;43";
 } // namespace style
 
 /// Between these two the bars go from empty to full, and the colours from blue to red.
-constexpr double coldest = -12;
+constexpr double coldest = -6;
 constexpr double hottest = 38;
 
 double warmth(double celsius) {
@@ -47,6 +47,14 @@ std::string_view skyColour(const std::string& sky) {
     if (sky == "snow")
         return "1;38;5;195";
     return sky == "fog" ? "1;38;5;250" : "1;38;5;75";
+}
+
+void addSky(StyledLine& line, const Cell& sky, std::size_t columns) {
+    std::string look(skyColour(sky.text));
+    if (sky.changed)
+        look.append(";").append(style::freshGround);
+    if (!isBlank(sky.text))
+        line.add(sky.text.substr(0, columns), look);
 }
 
 /// 0 to 8 eighths of a letter's height.
@@ -85,12 +93,7 @@ void addWeek(StyledLine& line, AddDay addDay) {
 }
 
 void addSkies(StyledLine& line, const Week& week) {
-    addWeek(line, [&](std::size_t day) {
-        const Cell& sky = week.skies[day];
-        const std::string text = sky.text.substr(0, 7);
-        if (!isBlank(text))
-            line.add(text, std::string(skyColour(sky.text)));
-    });
+    addWeek(line, [&](std::size_t day) { addSky(line, week.skies[day], 7); });
 }
 
 void addWeekBars(StyledLine& line, const Week& week, long storey) {
@@ -188,13 +191,8 @@ void LiveBoard::addHeadline() {
 
 void LiveBoard::addCity(const CityState& city) {
     addRule("├─", ' ' + city.name + ' ', "┤");
-    const Cell& sky = city.cell(Column::Sky);
-    const std::string skyText = sky.text.substr(0, chartColumn - 2);
-    std::string skyStyle(skyColour(sky.text));
-    if (sky.changed)
-        skyStyle.append(";").append(style::freshGround);
     std::array<StyledLine, rowsPerCity - 1> rows;
-    rows[0].add(skyText, skyStyle).padTo(chartColumn);
+    addSky(rows[0], city.cell(Column::Sky), chartColumn - 2);
     addReading(rows[1], "high", city.cell(Column::High), "°C");
     addReading(rows[2], "low", city.cell(Column::Low), "°C");
     addReading(rows[3], "rain", city.cell(Column::Precipitation), "mm");
