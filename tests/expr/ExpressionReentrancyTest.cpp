@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <optional>
+#include <utility>
 
 namespace {
 
@@ -138,8 +138,10 @@ TEST_F(ExpressionReentrancy, HandlerDestroysTheContextAndTheHostField) {
     DataExpression expression;
     expression.setHostField(&stage.root, child);
     expression.parse(Text("<$(REFRESH) $(a)|$(child)|$(FIELD_DATA)|$(PARENT)|$(late)>"));
+    bool alive = true;
     handler.react = [&] {
-        handler.react = nullptr;
+        if (!std::exchange(alive, false))
+            return;
         parent->removeChildren();
         delete child;
         stage.root.removeField(Text("parent"), 0);
