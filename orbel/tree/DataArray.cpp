@@ -114,11 +114,7 @@ int DataArray::getSize() {
 }
 
 void DataArray::parse(char* range, char* textToRead) {
-    std::string_view values = text::viewOf(textToRead);
-    const std::size_t open = values.find('{');
-    if (open == std::string_view::npos)
-        return;
-    values.remove_prefix(open + 1);
+    std::string_view values = text::behindBrace(text::viewOf(textToRead)).value_or("");
 
     const FieldWatch watch(*this);
     const auto giveTo = [&](int index) {

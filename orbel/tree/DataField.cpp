@@ -125,16 +125,12 @@ void DataField::parse(char* indexSpec, char* textToRead) {
             continue;
         }
         std::vector<std::string> values;
-        for (int index = range.start; index <= range.end; ++index) {
+        for (long long left = range.end - 0LL - range.start + 1; left > 0; --left) {
             const auto token = text::readValueToken(tokens);
             if (!token)
                 break;
             values.emplace_back(*token);
-            if (index == range.end)
-                break;
         }
-        if (values.empty() && range.end > range.start)
-            return;
         if (values.empty())
             continue;
         std::vector<char*> pointers(values.size());

@@ -43,11 +43,7 @@ void DataHashTable::setSize(int /*n*/) {}
 void DataHashTable::parse(char* keys, char* textToRead) {
     if (!keys)
         return;
-    std::string_view values = text::viewOf(textToRead);
-    const std::size_t open = values.find('{');
-    if (open == std::string_view::npos)
-        return;
-    values.remove_prefix(open + 1);
+    std::string_view values = text::behindBrace(text::viewOf(textToRead)).value_or("");
     std::string_view list(keys);
     list = list.substr(0, list.find(']'));
     const FieldWatch watch(*this);

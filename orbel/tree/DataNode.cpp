@@ -267,7 +267,9 @@ void DataNode::executeClearField(char* path) {
 }
 
 void DataNode::executeClearCommand(char* textToRun) {
-    std::string_view rest = text::viewOf(textToRun);
+    if (!textToRun)
+        return;
+    std::string_view rest = textToRun;
     if (rest.empty()) {
         executeClearField(std::string(rootName).data());
         return;

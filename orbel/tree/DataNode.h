@@ -59,7 +59,7 @@ public:
     virtual void parseCopyCommand(char* text);
     /// Clears the field at a path, or the whole tree for "Orbel" in any letter case.
     virtual void executeClearField(char* path);
-    /// Clears each path of a list separated by ";"; an empty text clears the whole tree.
+    /// Clears each path of a list separated by ";"; an empty text clears the whole tree, null nothing.
     virtual void executeClearCommand(char* text);
     virtual void setData(char* value, int index);
     virtual void setData(char* value);

@@ -313,10 +313,9 @@ DataField* DataStructure::descend(DataField* child, std::optional<std::string_vi
     }
     if (!indexText || (!rest && flag == 0))
         return child;
-    const std::string_view unchecked = indexText->substr(0, indexText->find(']'));
-    if (rest && unchecked.find(',') != std::string_view::npos)
+    const std::string_view key = keyOf(*indexText);
+    if (rest && key.find(',') != std::string_view::npos)
         return child;
-    const std::string_view key = text::trim(unchecked);
     if (key.empty())
         return nullptr;
     std::array<char, limits::maxPathLength + 1> keyText{};

@@ -105,6 +105,13 @@ std::string_view cutListItem(std::string_view& rest, char separator) {
     return item;
 }
 
+std::optional<std::string_view> behindBrace(std::string_view text) {
+    const std::size_t open = text.find('{');
+    if (open == std::string_view::npos)
+        return std::nullopt;
+    return text.substr(open + 1);
+}
+
 std::optional<std::string_view> braceGroup(std::string_view text) {
     const std::size_t open = text.find('{');
     if (open == std::string_view::npos)

@@ -42,6 +42,9 @@ std::string_view cutListItem(std::string_view& rest, char separator);
 /// The text between the first "{" and its "}", or up to the end when that is missing; nothing without a "{".
 std::optional<std::string_view> braceGroup(std::string_view text);
 
+/// The text behind the first "{", whether it is closed or not; nothing without a "{".
+std::optional<std::string_view> behindBrace(std::string_view text);
+
 /// Consumes one comma-separated value and the comma; nothing when no text is left. A value that begins with a
 /// doubled quote ends at the next doubled quote that no third quote follows, and may contain commas.
 std::optional<std::string_view> readValueToken(std::string_view& rest);
