@@ -78,22 +78,29 @@ TEST_F(HostileCommands, OfAMillionCharactersAreOneText) {
     EXPECT_EQ(os.str(), "a=" + value + ";");
 }
 
-TEST_F(HostileCommands, OfAMillionTimesTheSameCharacterChangeNoStructure) {
-    for (const char character : {'x', '=', ';', '{', '}', '"', '[', ']', ',', '-', '*', '/', '.', '~', ':', ' ', '9',
-                                 '\n', '\x80', '\xff'}) {
-        runEverywhere(std::string(1'000'000, character));
-        runEverywhere("a = " + std::string(1'000'000, character));
-        runEverywhere(std::string(1'000'000, character) + " = a");
+TEST_F(HostileCommands, OfOneCharacterAllOverChangeNoStructure) {
+    for (const char character :
+         {'x', '=', ';', '{', '}', '"', '[', ']', ',', '-', '*', '/', '.', '~', ':', ' ', '9', '\n', '\x80', '\xff'}) {
+        const std::string many(50'000, character);
+        runEverywhere(many);
+        runEverywhere("a = " + many);
+        runEverywhere(many + " = a");
     }
     expectSound();
 }
 
+TEST_F(HostileCommands, OfAMillionBracesOrSeparatorsChangeNoStructure) {
+    for (const char character : {'{', '}', ';', '"'})
+        runEverywhere("s = {" + std::string(1'000'000, character));
+    expectSound();
+}
+
 TEST_F(HostileCommands, OfRepeatedPiecesChangeNoStructure) {
-    for (const char* piece : {"../", "*/", "[0]", "[0-2000000000]", "{=", "}=", "a=", "\"\"{", "\"\";", "~a;", "=[", "]=",
-                              "a[0-1],", "{}", "{;}", "a=b;", "*;", "../a={"}) {
-        runEverywhere(times(20'000, piece));
-        runEverywhere("list[0-2000000000] = " + times(20'000, piece));
-        runEverywhere("a[" + times(20'000, piece) + "] = b");
+    for (const char* piece : {"../", "*/", "[0]", "[0-2000000000]", "{=", "}=", "a=", "\"\"{", "\"\";", "~a;", "=[",
+                              "]=", "a[0-1],", "{}", "{;}", "a=b;", "*;", "../a={"}) {
+        runEverywhere(times(5'000, piece));
+        runEverywhere("list[0-2000000000] = " + times(5'000, piece));
+        runEverywhere("a[" + times(5'000, piece) + "] = b");
     }
     expectSound();
 }
@@ -137,13 +144,13 @@ TEST_F(HostileCommands, InLongListsAreAllRun) {
     root.parseCommand(Text(commands), 0);
     EXPECT_EQ(text("a"), "100000");
     EXPECT_EQ(text("b"), "-100000");
-    root.executeCommand(Text("s = {" + times(100'000, "p = 1;") + "p = 2}"), 0);
+    root.executeCommand(Text("s = {" + times(10'000, "p = 1;") + "p = 2}"), 0);
     EXPECT_EQ(text("s/p"), "2");
-    root.parseCopyCommand(Text(times(100'000, "a=b;b=a;")));
+    root.parseCopyCommand(Text(times(10'000, "a=b;b=a;")));
     EXPECT_EQ(text("a"), "-100000");
-    root.parseLinkCommand(Text(times(100'000, "a=b;~a;")));
+    root.parseLinkCommand(Text(times(10'000, "a=b;~a;")));
     EXPECT_EQ(at("a")->getLinkSource(), nullptr);
-    root.executeClearCommand(Text(times(100'000, "a;s;") + "b"));
+    root.executeClearCommand(Text(times(10'000, "a;s;") + "b"));
     EXPECT_EQ(text("b"), "");
 }
 
@@ -164,28 +171,40 @@ TEST_F(HostileCommands, WithHugeRangesCopyWhatExists) {
     at("a")->setSize(3);
     fill(*at("a"), {"1", "2", "3"});
     root.executeCommand(Text("list[0] = {{x = 1}}"), 0);
-    root.parseCopyCommand(Text(times(50'000, "a[0-2000000000] = b; b = a[0-2000000000];")));
+    root.parseCopyCommand(Text(times(20'000, "a[0-2000000000] = b; b = a[0-2000000000];")));
     EXPECT_EQ(allTexts(*at("a")), " |2|3");
-    root.parseCopyCommand(Text(times(5'000, "list[0-2000000000] = list[0-2000000000];")));
+    root.parseCopyCommand(Text(times(1'000, "list[0-2000000000] = list[0-2000000000];")));
     root.parseCopyCommand(Text("list[1-2000000000] = list[0]"));
     EXPECT_EQ(text("list[2]/x"), "1");
-    root.executeClearCommand(Text(times(5'000, "list[0-2000000000];")));
+    root.executeClearCommand(Text(times(1'000, "list[0-2000000000];")));
     EXPECT_EQ(text("list[2]/x"), "");
     EXPECT_EQ(list->getSize(), 3);
 }
 
 TEST_F(HostileCommands, WithRangesOfManySegmentsTakeThemAll) {
-    at("a")->setSize(3);
     const std::string segments = times(100'000, "0,1,") + "2";
-    root.executeCommand(Text("a[" + segments + "] = " + times(200'000, "v,") + "last"), 0);
-    EXPECT_EQ(allTexts(*at("a")), "v|v|last");
-    root.executeCopyCommand(Text("list[" + segments + "] = list[" + segments + "]"));
-    root.executeClearField(Text("list[" + segments + "]"));
-    // A path ends after 511 characters, whatever the range says.
-    EXPECT_EQ(list->getObject(2)->getFieldByIndex(0)->getDataInitialized(), 0);
+    fill(*at("a"), {"1", "2", "3"});
     std::ostringstream os;
     root.dumpField(Text("a[" + segments + "]"), os);
-    EXPECT_EQ(os.str().size(), std::string("a[0]=v;").size() * 200'000 + std::string("a[2]=last;").size());
+    EXPECT_EQ(os.str(), times(100'000, "a[0]=1;a[1]=2;") + "a[2]=3;");
+
+    root.executeCommand(Text("list[2] = {{x = 1}}"), 0);
+    root.executeCopyCommand(Text("list[" + segments + "] = list[" + times(200'000, "2,") + "0]"));
+    EXPECT_EQ(text("list[0]/x"), "1");
+    EXPECT_EQ(text("list[1]/x"), "1");
+
+    at("a")->parse(Text(segments), Text(times(200'000, "v,") + "last"));
+    EXPECT_EQ(allTexts(*at("a")), "v|v|last");
+}
+
+TEST_F(HostileCommands, TakeARangeThatIsSetOrClearedAsPartOfThePath) {
+    const std::string segments = times(300, "0,") + "0";
+    root.executeCommand(Text("a = 1"), 0);
+    root.executeCommand(Text("a[" + segments + "] = 2"), 0);
+    EXPECT_EQ(text("a"), "1");
+    root.executeCommand(Text("list[0] = {{x = 1}}"), 0);
+    root.executeClearField(Text("list[" + segments + "]"));
+    EXPECT_EQ(text("list[0]/x"), "1");
 }
 
 TEST_F(HostileCommands, TakePathsOf511Characters) {
@@ -232,10 +251,51 @@ TEST_F(HostileCommands, EndAtTheFirstZero) {
     root.parseCommand(Text(std::string("a = 1\0; b = 2", 13)), 0);
     EXPECT_EQ(text("a"), "1");
     EXPECT_EQ(text("b"), " ");
-    for (const char* odd : {"", "=", "[", "]", "[=]", "]=[", "a[", "a]", "a]=", "=]", "[]", "~", "~[", ";", "{", "}", "\"",
-                            "\"\"", "\"\"\"", "\"=\"", "a[0-", "a[-", "a[0-=", "*", "*=", "*/=", "*[=", "..=", "../=", ":=",
-                            "a:=", ":a=", "::=", "/=", "//=", "list[=", "list[]/=", "list[0]/=", "list[/]=",
-                            "DataHashTable:=", "DataHashTable::=", "DataHashTable:t=", "Orbel[", "Orbel]", "Orbel[]"})
+    for (const char* odd : {"",
+                            "=",
+                            "[",
+                            "]",
+                            "[=]",
+                            "]=[",
+                            "a[",
+                            "a]",
+                            "a]=",
+                            "=]",
+                            "[]",
+                            "~",
+                            "~[",
+                            ";",
+                            "{",
+                            "}",
+                            "\"",
+                            "\"\"",
+                            "\"\"\"",
+                            "\"=\"",
+                            "a[0-",
+                            "a[-",
+                            "a[0-=",
+                            "*",
+                            "*=",
+                            "*/=",
+                            "*[=",
+                            "..=",
+                            "../=",
+                            ":=",
+                            "a:=",
+                            ":a=",
+                            "::=",
+                            "/=",
+                            "//=",
+                            "list[=",
+                            "list[]/=",
+                            "list[0]/=",
+                            "list[/]=",
+                            "DataHashTable:=",
+                            "DataHashTable::=",
+                            "DataHashTable:t=",
+                            "Orbel[",
+                            "Orbel]",
+                            "Orbel[]"})
         runEverywhere(odd);
     root.parseCommand(Text("list[2] = {{x = 3}}"), 0);
     EXPECT_EQ(text("list[2]/x"), "3");
@@ -275,13 +335,13 @@ TEST_F(HostileCommands, ThatMultiplyThemselvesAlongLinksComeToAnEnd) {
 TEST_F(HostileCommands, OfBroadcastsGoToEveryChildOfALargeNode) {
     auto* many = new DataStructure(Text("many"));
     root.addField(many, 0);
-    for (int number = 0; number < 200'000; ++number)
+    for (int number = 0; number < 50'000; ++number)
         many->addField(new DataValue(Text(std::to_string(number))), 0);
     root.executeCommand(Text("many/* = 1"), 0);
-    for (const char* name : {"0", "199999", "99999"})
+    for (const char* name : {"0", "49999", "9999"})
         EXPECT_EQ(text(std::string("many/") + name), "1");
     int without = 0;
-    for (int number = 0; number < 200'000; ++number)
+    for (int number = 0; number < 50'000; ++number)
         without += text("many/" + std::to_string(number)) == "1" ? 0 : 1;
     EXPECT_EQ(without, 0);
 }
