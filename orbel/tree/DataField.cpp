@@ -371,9 +371,11 @@ bool DataField::findLinkSource(DataField* field) {
     // Naming sources without making targets can close a circle: then the walk meets `behind`, which is half as fast.
     DataField* behind = this;
     bool follows = false;
-    for (DataField* source = m_linkSource; source && source != behind; source = source->m_linkSource) {
+    for (DataField* source = m_linkSource; source; source = source->m_linkSource) {
         if (source == field)
             return true;
+        if (source == behind)
+            return false;
         if (follows)
             behind = behind->m_linkSource;
         follows = !follows;
