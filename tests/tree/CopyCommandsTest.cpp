@@ -59,7 +59,8 @@ protected:
     }
 
     static void give(DataObject* object, const std::string& value) {
-        object->addField(new DataValue(Text("x")), 0);
+        if (object->getNumFields() == 0)
+            object->addField(new DataValue(Text("x")), 0);
         object->getFieldByIndex(0)->setData(value.c_str());
     }
 
