@@ -133,8 +133,8 @@ void DataArray::parse(char* range, char* textToRead) {
         if (bounds.start == -1)
             return;
         const int last = std::min(std::max(bounds.end, bounds.end == -1 ? bounds.start : bounds.end), getSize() - 1);
-        for (int index = bounds.start; index <= last; ++index)
-            giveTo(index);
+        for (int index = bounds.start; index <= last && giveTo(index);)
+            ++index;
         if (watch.ended())
             return;
     }

@@ -42,6 +42,8 @@ DataField& DataField::operator=(const DataField& other) {
         return *this;
     unregisterAllHandlers();
     ClearLinks();
+    if (m_targets)
+        m_targets->releaseSilent(*this);
     DataBaseType::operator=(other);
     shareFrom(other);
     return *this;
@@ -315,10 +317,15 @@ void DataField::dumpHandlers() {
 }
 
 void DataField::addTargetLink(DataField* target) {
-    if (!target || target == this || findLinkSource(target) || targets().contains(target))
+    if (!target || target == this || targets().contains(target))
         return;
+    // Whom nobody follows is on nobody's chain: a chain is built from either end without walking along it each time.
+    const bool isFollowed = target->m_targets && target->m_targets->isFollowed();
+    if (isFollowed && findLinkSource(target))
+        return;
+    target->removeSourceLink();
+    target->m_linkSource = this;
     targets().append(target);
-    target->setLinkSource(this);
 }
 
 void DataField::setLinkSource(DataField* source) {
@@ -326,7 +333,7 @@ void DataField::setLinkSource(DataField* source) {
         return;
     removeSourceLink();
     m_linkSource = source;
-    if (source && !source->targets().contains(this))
+    if (source)
         source->targets().addSilent(this);
 }
 
@@ -357,9 +364,18 @@ void DataField::removeAllTargets() {
 }
 
 bool DataField::findLinkSource(DataField* field) {
-    for (DataField* source = m_linkSource; source; source = source->m_linkSource)
+    // Naming sources without making targets can close a circle: then the walk meets `behind`, which is half as fast.
+    DataField* behind = this;
+    bool follows = false;
+    for (DataField* source = m_linkSource; source; source = source->m_linkSource) {
         if (source == field)
             return true;
+        if (source == behind)
+            return false;
+        if (follows)
+            behind = behind->m_linkSource;
+        follows = !follows;
+    }
     return false;
 }
 

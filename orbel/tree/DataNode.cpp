@@ -15,11 +15,29 @@
 #include "TreeState.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
 /// What commands call the root of a tree, in any letter case.
 constexpr std::string_view rootName = "Orbel";
+
+bool mayRepeat() {
+    return treeState.repeatedText <= limits::maxRepeatedText;
+}
+
+/// Counts the command when it is part of a repetition.
+bool mayRun(std::string_view command) {
+    if (treeState.repetitionDepth == 0)
+        return true;
+    treeState.repeatedText += std::max(limits::minRepeatedText, static_cast<long long>(command.size()));
+    return mayRepeat();
+}
+
+void repeat(DataNode& node, std::string command, int index) {
+    const NestedCall repetition(treeState.repetitionDepth);
+    node.executeCommand(command.data(), index);
+}
 
 } // namespace
 
@@ -160,12 +178,14 @@ void DataNode::executeCommand(char* command, int index) {
     if (depth.isDeeperThan(limits::maxCommandDepth))
         return;
     if (depth.isOutermost())
-        treeState.broadcastSets = 0;
+        treeState.repeatedText = 0;
+    if (!mayRun(command))
+        return;
     const FieldWatch watch(*this);
     if (const auto list = m_targets)
         list->walk(*this, [&](DataField& target) {
             if (target.isOfType(DataNode::getClassType()) != 0)
-                static_cast<DataNode&>(target).executeCommand(std::string(command).data(), index);
+                repeat(static_cast<DataNode&>(target), command, index);
         });
     SetCommand parts;
     if (watch.ended() || !parts.cut(command))
@@ -185,19 +205,18 @@ void DataNode::executeCommand(char* command, int index) {
 void DataNode::broadcast(DataNode& node, const std::string& rest, const std::string& value, int index) {
     std::vector<DataField*> children;
     node.getFieldsVector(&children);
+    treeState.repeatedText += static_cast<long long>(children.size() * sizeof(DataField*));
     const FieldWatch watch(node);
     const FieldListWatch childrenWatch(children);
-    for (std::size_t at = 0; at < children.size() && !watch.ended(); ++at) {
+    for (std::size_t at = 0; at < children.size() && !watch.ended() && mayRepeat(); ++at) {
         DataField* child = children[at];
         if (!child || child->getParent() != &node || (!rest.empty() && child->isOfType(getClassType()) == 0))
             continue;
-        if (++treeState.broadcastSets > limits::maxElements)
-            return;
         std::string command = child->getName();
         if (!rest.empty())
             command += '/' + rest;
         command += " = " + value;
-        node.executeCommand(command.data(), index);
+        repeat(node, std::move(command), index);
     }
 }
 

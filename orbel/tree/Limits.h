@@ -28,6 +28,12 @@ constexpr int maxMissing = 65'536;
 /// that run commands: a text must not use up the stack of the host. What is deeper has no effect.
 constexpr int maxCommandDepth = 64;
 
+/// How much text the repetitions of one command, by "*" and by links from node to node, may run together, where each
+/// command counts as at least `minRepeatedText` characters: so at most 1,048,576 commands. Each "../*" multiplies, and
+/// a short text could keep the host busy for years. What is beyond has no effect.
+constexpr long long maxRepeatedText = 1LL << 28;
+constexpr long long minRepeatedText = 256;
+
 /// How many fields in a row a change is passed on along links, for the same reason.
 constexpr int maxLinkDepth = 256;
 

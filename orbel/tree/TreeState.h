@@ -23,9 +23,11 @@ struct TreeState {
     FieldListWatch* listWatches = nullptr;
     /// The object types whose fields are being made, innermost first.
     TypeBuild* builds = nullptr;
-    /// How many commands run inside each other, and how many the broadcasts of the outermost one have run.
+    /// How many commands run inside each other, how many of those are repetitions by "*" or by a link, and how much
+    /// text all repetitions inside the outermost command have run.
     int commandDepth = 0;
-    int broadcastSets = 0;
+    int repetitionDepth = 0;
+    long long repeatedText = 0;
     /// How many links in a row the change under way has been passed along.
     int linkDepth = 0;
 };

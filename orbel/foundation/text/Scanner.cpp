@@ -17,17 +17,24 @@ bool isDigit(char character) {
 /// Follows braces and doubled quotes through a text.
 class Nesting {
 public:
-    /// How many characters at the front of `rest` belong together; counts them.
-    std::size_t take(std::string_view rest) {
-        if (rest.substr(0, 2) == doubledQuote) {
+    /// How many characters from `at` on belong together; counts them. Looks at plain characters only once, for lists
+    /// of commands are long.
+    std::size_t take(std::string_view text, std::size_t at) {
+        switch (text[at]) {
+        case '"':
+            if (at + 1 == text.size() || text[at + 1] != '"')
+                return 1;
             m_quoted = !m_quoted;
             return 2;
+        case '{':
+            m_depth += m_quoted ? 0 : 1;
+            return 1;
+        case '}':
+            m_depth -= m_quoted ? 0 : 1;
+            return 1;
+        default:
+            return 1;
         }
-        if (!m_quoted && rest.front() == '{')
-            ++m_depth;
-        if (!m_quoted && rest.front() == '}')
-            --m_depth;
-        return 1;
     }
 
     int depth() const { return m_depth; }
@@ -98,7 +105,7 @@ std::string_view cutListItem(std::string_view& rest, char separator) {
             rest.remove_prefix(at + 1);
             return item;
         }
-        at += nesting.take(rest.substr(at));
+        at += nesting.take(rest, at);
     }
     const std::string_view item = rest;
     rest = {};
@@ -119,7 +126,7 @@ std::optional<std::string_view> braceGroup(std::string_view text) {
     text.remove_prefix(open);
     Nesting nesting;
     for (std::size_t at = 0; at < text.size();) {
-        const std::size_t taken = nesting.take(text.substr(at));
+        const std::size_t taken = nesting.take(text, at);
         if (nesting.isOutside() && text[at] == '}')
             return text.substr(1, at - 1);
         at += taken;
