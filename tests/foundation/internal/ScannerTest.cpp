@@ -95,6 +95,30 @@ TEST(ScannerTest, HugeNumbersStayAtTheLargest) {
     EXPECT_EQ(text::readNumber(std::string(100'000, '9')), largest);
 }
 
+TEST(ScannerTest, SignedNumbersFollowWhiteSpaceAndASign) {
+    EXPECT_EQ(text::readSignedNumber("42]"), 42);
+    EXPECT_EQ(text::readSignedNumber(" \t\n\v\f\r-42x"), -42);
+    EXPECT_EQ(text::readSignedNumber("+007"), 7);
+    EXPECT_EQ(text::readSignedNumber("1 2"), 1);
+}
+
+TEST(ScannerTest, ASignedNumberWithoutDigitsIsZero) {
+    for (const std::string_view notANumber : {""sv, "  "sv, "x"sv, "-"sv, "- 1"sv, "+-1"sv, "--1"sv, "]"sv, "\xB2"sv})
+        EXPECT_EQ(text::readSignedNumber(notANumber), 0) << notANumber;
+}
+
+TEST(ScannerTest, HugeSignedNumbersStayAtTheEnds) {
+    constexpr int largest = std::numeric_limits<int>::max();
+    constexpr int least = std::numeric_limits<int>::min();
+    EXPECT_EQ(text::readSignedNumber("2147483647"), largest);
+    EXPECT_EQ(text::readSignedNumber("2147483648"), largest);
+    EXPECT_EQ(text::readSignedNumber("-2147483647"), least + 1);
+    EXPECT_EQ(text::readSignedNumber("-2147483648"), least);
+    EXPECT_EQ(text::readSignedNumber("-2147483649"), least);
+    EXPECT_EQ(text::readSignedNumber(std::string(100'000, '9')), largest);
+    EXPECT_EQ(text::readSignedNumber('-' + std::string(100'000, '9')), least);
+}
+
 TEST(ScannerTest, IndexRangesAreOneNumberOrTwo) {
     const auto expectRange = [](std::string_view rest, int start, int end) {
         const text::IndexRange range = text::readIndexRange(rest);
