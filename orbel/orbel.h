@@ -1,6 +1,9 @@
 #ifndef ORBEL_ORBEL_H
 #define ORBEL_ORBEL_H
 
+#include <orbel/expr/DataExpSegment.h>
+#include <orbel/expr/DataExpression.h>
+#include <orbel/expr/DataVariableQuery.h>
 #include <orbel/foundation/DataClassType.h>
 #include <orbel/foundation/DataPrintf.h>
 #include <orbel/foundation/DataRootClassType.h>

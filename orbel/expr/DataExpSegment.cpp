@@ -1,0 +1,124 @@
+#include <orbel/expr/DataExpSegment.h>
+
+#include <orbel/tree/DataNode.h>
+
+#include "../tree/Limits.h"
+#include "ExpressionState.h"
+#include "ExpressionText.h"
+#include "ExpressionWatch.h"
+
+#include <array>
+#include <cstdio>
+
+namespace {
+
+/// The field at `name` in the nearest enclosing node that has it. Paths can create fields, so this may run callbacks.
+DataField* findFrom(FieldRef node, std::string_view name) {
+    if (name.size() > limits::maxPathLength)
+        return nullptr;
+    std::array<char, limits::maxPathLength + 1> path{};
+    name.copy(path.data(), name.size());
+    while (node.get()) {
+        // The lookup may cut its text up.
+        auto scratch = path;
+        if (DataField* found = static_cast<DataNode*>(node.get())->getField(scratch.data(), 0, 1))
+            return found;
+        if (node.get())
+            node = FieldRef(node.get()->getParent());
+    }
+    return nullptr;
+}
+
+} // namespace
+
+DataExpSegment::DataExpSegment() = default;
+
+DataExpSegment::~DataExpSegment() {
+    release();
+}
+
+void DataExpSegment::hold(DataField* field) {
+    release();
+    field->ref(this, nullptr);
+    m_field = FieldRef(field);
+}
+
+void DataExpSegment::release() {
+    if (DataField* field = m_field.get())
+        field->unref(this, nullptr);
+    m_field = FieldRef();
+}
+
+void DataExpSegment::fill(Kind kind, std::string_view text, const FieldRef& context) {
+    release();
+    m_kind = kind;
+    m_text = text;
+    m_context = context;
+    m_firstIndex = -1;
+    m_lastIndex = -1;
+}
+
+void DataExpSegment::fillReference(Kind kind, std::string_view written, const FieldRef& context,
+                                   const ExpressionWatch& watch) {
+    const WrittenReference reference = readReference(written);
+    if (reference.isIndex) {
+        fill(Index, "", context);
+        return;
+    }
+    fill(kind, reference.name, context);
+    m_firstIndex = reference.range.start;
+    m_lastIndex = reference.range.end;
+    if (reference.name.empty())
+        return;
+    DataField* found = findFrom(context, reference.name);
+    if (found && !watch.ended())
+        hold(found);
+}
+
+const char* DataExpSegment::evaluate(int index, ExpressionWatch& watch) {
+    switch (m_kind) {
+    case FieldReference:
+        return fieldValue(index, watch);
+    case Literal:
+        return m_text.c_str();
+    case Index:
+        std::snprintf(expressionState.indexText, sizeof expressionState.indexText, "%d", index);
+        return expressionState.indexText;
+    case Refresh:
+        refresh(watch);
+        return nullptr;
+    case ParentPath:
+        break;
+    }
+    return m_context.get() ? m_context.get()->getFullPath() : nullptr;
+}
+
+const char* DataExpSegment::fieldValue(int index, const ExpressionWatch& watch) {
+    if (!m_field.get()) {
+        DataField* found = findFrom(m_context, m_text);
+        if (!found || watch.ended())
+            return nullptr;
+        hold(found);
+    }
+    DataField* field = m_field.get();
+    char* value = nullptr;
+    // Contract: a single value is read whatever index is asked for, and whatever the field answers.
+    if (field->getSize() == 1) {
+        field->getData(&value, 0);
+        return value;
+    }
+    return field->getData(&value, m_firstIndex == -1 ? index : m_firstIndex) ? value : nullptr;
+}
+
+void DataExpSegment::refresh(ExpressionWatch& watch) {
+    watch.callBack(ExpressionWatch::Callback::Handlers, [&] {
+        DataField* field = findFrom(m_context, m_text);
+        if (!field || watch.ended())
+            return;
+        const int size = field->getSize();
+        if (size >= 2)
+            field->fireHandlers(true, 0, size - 1);
+        else
+            field->fireHandlers(true);
+    });
+}

@@ -1,0 +1,3 @@
+#include "ExpressionState.h"
+
+ExpressionState expressionState;

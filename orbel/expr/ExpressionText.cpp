@@ -1,0 +1,98 @@
+#include "ExpressionText.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+constexpr std::string_view opening = "$(";
+
+// Words are told apart by all white space, unlike the blanks inside of references.
+constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+
+struct Macro {
+    std::string_view text;
+    ExpressionPiece::Kind kind;
+};
+
+constexpr Macro macros[] = {
+    {"$(REFRESH)", ExpressionPiece::Kind::Refresh},
+    {"$(PARENT)", ExpressionPiece::Kind::ParentPath},
+    {"$(PARENT_NAME)", ExpressionPiece::Kind::ParentName},
+    {"$(PARENT_FULL_NAME)", ExpressionPiece::Kind::ParentFullName},
+    {"$(FIELD_NAME)", ExpressionPiece::Kind::FieldName},
+    {"$(FIELD_FULL_NAME)", ExpressionPiece::Kind::FieldFullName},
+    {"$(FIELD_DATA)", ExpressionPiece::Kind::FieldData},
+};
+
+ExpressionPiece::Kind kindOf(std::string_view text) {
+    const auto* found =
+        std::find_if(std::begin(macros), std::end(macros), [&](const Macro& macro) { return macro.text == text; });
+    return found == std::end(macros) ? ExpressionPiece::Kind::Reference : found->kind;
+}
+
+} // namespace
+
+ExpressionText::ExpressionText(std::string_view text) : m_text(text) {
+    text::skipBlanks(m_text);
+    findWord();
+}
+
+std::optional<ExpressionPiece> ExpressionText::next() {
+    if (m_finished)
+        return std::nullopt;
+    const std::size_t open = m_text.find(opening, m_at);
+    if (open == std::string_view::npos)
+        return takeLiteral(m_text.size());
+    if (open != m_at)
+        return takeLiteral(open);
+    const std::size_t close = m_text.find(')', open);
+    if (close == std::string_view::npos)
+        return takeLiteral(m_text.size());
+    return takeMacro(close + 1);
+}
+
+ExpressionPiece ExpressionText::takeLiteral(std::size_t end) {
+    const std::string_view literal = m_text.substr(m_at, end - m_at);
+    m_at = end;
+    m_finished = m_at == m_text.size();
+    return {ExpressionPiece::Kind::Literal, literal};
+}
+
+ExpressionPiece ExpressionText::takeMacro(std::size_t end) {
+    ExpressionPiece piece{ExpressionPiece::Kind::Reference, m_text.substr(m_at, end - m_at)};
+    piece.kind = kindOf(piece.text);
+    if (piece.kind == ExpressionPiece::Kind::Refresh)
+        piece.text = secondWord();
+    m_at = end;
+    m_finished = m_at == m_text.size();
+    return piece;
+}
+
+/// The second word from the cursor on. Contract: words end at white space only, so "$(REFRESH)$(a) $(b)" names b.
+std::string_view ExpressionText::secondWord() {
+    if (m_nextSpace < m_at)
+        findWord();
+    return m_wordBehindSpace;
+}
+
+void ExpressionText::findWord() {
+    m_nextSpace = std::min(m_text.find_first_of(whiteSpace, m_at), m_text.size());
+    const std::size_t start = std::min(m_text.find_first_not_of(whiteSpace, m_nextSpace), m_text.size());
+    m_wordBehindSpace = m_text.substr(start, m_text.find_first_of(whiteSpace, start) - start);
+}
+
+WrittenReference readReference(std::string_view written) {
+    written.remove_prefix(std::min(opening.size(), written.size()));
+    text::skipBlanks(written);
+    std::string_view word = text::cutAt(written, ')');
+    word = word.substr(0, word.find_first_of(text::blanks));
+    WrittenReference reference;
+    reference.isIndex = word == "INDEX";
+    if (reference.isIndex)
+        return reference;
+    reference.name = text::cutAt(word, '[');
+    word = text::cutAt(word, ']');
+    reference.range = text::readIndexRange(word);
+    return reference;
+}
