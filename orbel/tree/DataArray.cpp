@@ -258,7 +258,7 @@ bool DataArray::getFieldData(char* path, std::vector<char*>* out, int from, int 
         return false;
     const int capacity = static_cast<int>(std::min<std::size_t>(out->size(), limits::maxElements));
     const int room = std::min(capacity, getSize() - from);
-    const int count = to == -1 ? room : std::clamp(to - from + 1, 0, room);
+    const int count = to == -1 ? room : static_cast<int>(std::clamp<long long>(to - 0LL - from + 1, 0, room));
     for (int done = 0; done < count; ++done)
         getObject(from + done)->getFieldData(path, &(*out)[static_cast<std::size_t>(done)]);
     return true;

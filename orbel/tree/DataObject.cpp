@@ -204,6 +204,7 @@ DataField* DataObject::createField(DataObjectField* declaration) {
 DataField* DataObject::createNestedObject(DataObjectType& type, char* name) {
     DataObject* object = createObject(&type, name);
     take(object);
+    const TypeBuild build(type);
     std::vector<DataObjectField*> declarations;
     type.getFieldsList(declarations);
     for (DataObjectField* declaration : declarations) {
