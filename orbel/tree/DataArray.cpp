@@ -85,7 +85,7 @@ void DataArray::ClearLinks() {
 void DataArray::setSize(int n) {
     if (n > limits::maxElements)
         return;
-    m_elements.reserve(static_cast<std::size_t>(std::max(n, 0)));
+    const TypeBuild build(nullptr);
     while (getSize() < n && TypeBuild::admitsOneMore())
         appendElement();
 }
@@ -293,6 +293,7 @@ DataObject* DataArray::getObject(int index) {
 void DataArray::setObjectType(DataObjectType* type) {
     if (type == m_objectType)
         return;
+    const TypeBuild build(nullptr);
     const FieldWatch watch(*this);
     for (int index = 0; index < getSize(); ++index) {
         getObject(index)->setObjectType(type);
@@ -305,6 +306,7 @@ void DataArray::setObjectType(DataObjectType* type) {
 }
 
 void DataArray::setObjectType(char* typeName) {
+    const TypeBuild build(nullptr);
     const FieldWatch watch(*this);
     for (int index = 0; !watch.ended() && index < getSize(); ++index)
         getObject(index)->setObjectType(typeName);
