@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <iostream>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -73,7 +74,7 @@ void Report::keep(const Run& run) {
 }
 
 void Report::printTable() const {
-    if (m_rows.empty())
+    if (std::all_of(m_operations.begin(), m_operations.end(), [&](const auto& name) { return isAlone(name); }))
         return;
     std::cout << std::flush;
     std::printf("\nMedians of CPU time per operation on one leaf. Allocations are calls of operator new per operation "
@@ -85,7 +86,7 @@ void Report::printTable() const {
                 "hash", "per op", "B/leaf", "B/leaf", "B/leaf");
     for (const std::string& operation : m_operations)
         for (const auto& [row, subjects] : m_rows) {
-            if (row.first != operation)
+            if (row.first != operation || isAlone(operation))
                 continue;
             const auto samplesOf = [&subjects = subjects](const char* name) {
                 const auto found = subjects.find(name);
@@ -108,4 +109,33 @@ void Report::printTable() const {
                 printCell(samples.bytes > 0, "%11.0f", samples.bytes);
             std::printf("\n");
         }
+}
+
+void Report::printGrowth() const {
+    std::cout << std::flush;
+    bool first = true;
+    for (const std::string& operation : m_operations) {
+        if (!isAlone(operation))
+            continue;
+        if (std::exchange(first, false))
+            std::printf("\nMedians of CPU time per item, the library alone. Growth is the cost of an item among the "
+                        "most to that among the\nfewest.\n\n%-13s%9s%11s%11s%11s\n",
+                        "operation", "items", "ns", "growth", "allocs");
+        double fewest = 0;
+        for (const auto& [row, subjects] : m_rows) {
+            if (row.first != operation)
+                continue;
+            const Samples& samples = subjects.at(library);
+            const double nanoseconds = median(samples.nanoseconds);
+            fewest = fewest == 0 ? nanoseconds : fewest;
+            std::printf("%-13s%9zu%11.1f%11.2f%11.2f\n", operation.c_str(), row.second, nanoseconds,
+                        nanoseconds / fewest, samples.allocations);
+        }
+    }
+}
+
+bool Report::isAlone(const std::string& operation) const {
+    return std::all_of(m_rows.begin(), m_rows.end(), [&](const auto& entry) {
+        return entry.first.first != operation || (entry.second.size() == 1 && entry.second.count(library) == 1);
+    });
 }

@@ -20,8 +20,10 @@ public:
     bool ReportContext(const Context& context) override;
     void ReportRuns(const std::vector<Run>& runs) override;
 
-    /// The closing table; prints nothing when nothing was measured.
+    /// The closing tables; each prints nothing when nothing of it was measured. Operations that only the library has
+    /// are in the second, which tells how the cost of one item grows with the number of items.
     void printTable() const;
+    void printGrowth() const;
 
 private:
     struct Samples {
@@ -32,6 +34,8 @@ private:
     using Row = std::pair<std::string, std::size_t>;
 
     void keep(const Run& run);
+    /// Whether no floor was measured next to the library.
+    bool isAlone(const std::string& operation) const;
 
     bool m_introduced = false;
     std::vector<std::string> m_operations;

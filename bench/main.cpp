@@ -1,4 +1,5 @@
 #include "Floors.h"
+#include "Growth.h"
 #include "LibraryTree.h"
 #include "Memory.h"
 #include "Report.h"
@@ -137,6 +138,25 @@ void destroy(benchmark::State& state, Workload& workload) {
     countAllocations(state, allocations);
 }
 
+/// Time and allocations are those of one item.
+void grow(benchmark::State& state, const Growth& growth, std::size_t items) {
+    std::uint64_t allocations = 0;
+    while (state.KeepRunningBatch(static_cast<benchmark::IterationCount>(items))) {
+        state.PauseTiming();
+        Growth::Pass pass = growth.prepare(items);
+        const Memory before = memoryNow();
+        state.ResumeTiming();
+        pass.work();
+        state.PauseTiming();
+        allocations += memoryNow().allocations - before.allocations;
+        pass.clean();
+        // What the pass was prepared on goes before the clock runs again.
+        pass = {};
+        state.ResumeTiming();
+    }
+    countAllocations(state, allocations);
+}
+
 using MapFloor = Floor<MapContainer<Leaf>>;
 using HashFloor = Floor<HashContainer<Leaf>>;
 using MapFanFloor = Floor<MapContainer<FanLeaf>>;
@@ -166,6 +186,12 @@ public:
         fan<LibraryTree>(observers);
         fan<MapFanFloor>(observers);
         fan<HashFanFloor>(observers);
+        run();
+    }
+
+    void grow(const Growth& growth, std::size_t items) {
+        add<LibraryTree>(std::string(growth.name), items,
+                         [&growth, items](benchmark::State& state) { ::grow(state, growth, items); });
         run();
     }
 
@@ -278,6 +304,11 @@ int main(int argc, char** argv) {
         groups.lifetime(leaves);
     for (const std::size_t observers : {1, 10, 100, 1'000})
         groups.fan(observers);
+    for (const Growth& growth : growths())
+        for (const std::size_t items : sizes)
+            if (items <= 100'000)
+                groups.grow(growth, items);
     report.printTable();
+    report.printGrowth();
     benchmark::Shutdown();
 }

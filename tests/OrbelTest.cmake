@@ -35,6 +35,7 @@ function(orbel_add_test_executable name library)
     add_executable(${name} ${ARGN})
     orbel_private_settings(${name})
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+    target_compile_definitions(${name} PRIVATE ORBEL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
     target_link_libraries(${name} PRIVATE ${library} GTest::gtest_main)
     gtest_discover_tests(
         ${name}

@@ -1,0 +1,90 @@
+#include <support/Expressions.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+int allocations = 0;
+
+void* counted(std::size_t size) {
+    ++allocations;
+    // Standard allocation never answers null for nothing, malloc may.
+    if (void* memory = std::malloc(size > 0 ? size : 1))
+        return memory;
+    throw std::bad_alloc();
+}
+
+} // namespace
+
+// Everything that malloc and free serve stays visible to sanitizers and leak checks.
+void* operator new(std::size_t size) {
+    return counted(size);
+}
+
+void* operator new[](std::size_t size) {
+    return counted(size);
+}
+
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+
+namespace {
+
+template <class Action>
+int allocationsOf(Action action) {
+    const int before = allocations;
+    action();
+    return allocations - before;
+}
+
+const std::string longText(300, 't');
+
+} // namespace
+
+TEST(ExpressionAllocationCount, SeesAnAllocation) {
+    EXPECT_EQ(allocationsOf([] { ::operator delete(::operator new(10)); }), 1);
+}
+
+TEST(ExpressionAllocation, NoneToEvaluateOnceTheResultHasGrown) {
+    ExpressionStage stage;
+    stage.a()->setData(longText.c_str());
+    stage.parse("some literal text $(a) $(v[1]) $(v) $(INDEX) $(PARENT) $(FIELD_NAME) $(FIELD_DATA) $(REFRESH) $(a)");
+    const std::string expected = stage.evaluate(2);
+    const char* text = nullptr;
+    EXPECT_EQ(allocationsOf([&] { text = stage.expression.evaluate(2); }), 0);
+    EXPECT_EQ(text, expected);
+    EXPECT_EQ(expected, "some literal text " + longText + " one two 2 near host hosted  " + longText);
+}
+
+TEST(ExpressionAllocation, NoneToEvaluateAnotherExpressionWithAShorterText) {
+    ExpressionStage stage;
+    stage.parse(longText);
+    stage.evaluate();
+    DataExpression other;
+    other.setHostField(&stage.root, nullptr);
+    other.parse(Text("$(near/host) $(a)"));
+    EXPECT_EQ(allocationsOf([&] { other.evaluate(0); }), 0);
+}
+
+TEST(ExpressionAllocation, NoneToLookForMissingNames) {
+    ExpressionStage stage;
+    stage.parse("$(a/name/that/is/longer/than/a/string/object/holds) $(REFRESH) $(missing/too)");
+    stage.evaluate();
+    EXPECT_EQ(allocationsOf([&] { stage.expression.evaluate(0); }), 0);
+}
