@@ -7,6 +7,7 @@
 #include <support/Text.h>
 
 #include <string>
+#include <vector>
 
 /// The types of the process, from a text instead of files; what is printed meanwhile is collected.
 class DeclaredTypes {

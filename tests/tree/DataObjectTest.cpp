@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 TEST(DataObject, IsAStructure) {
     DataObject object(Text("object"));
     EXPECT_STREQ(object.getTypeName(), "DataObject");

@@ -1,14 +1,13 @@
 #include <support/DeclaredTypes.h>
 #include <support/RecordingHandler.h>
 #include <support/Shape.h>
-#include <support/Texts.h>
 #include <support/TreeCleanup.h>
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Objects of a type: what they are made of, and how they change their type.

@@ -5,8 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdarg>
 #include <memory>
-#include <string>
+#include <utility>
 
 /// Handlers of type changes may do anything, also to what is changing its type.
 
