@@ -85,7 +85,7 @@ void DataArray::ClearLinks() {
 void DataArray::setSize(int n) {
     if (n > limits::maxElements)
         return;
-    m_elements.reserve(static_cast<std::size_t>(std::max(n, 0)));
+    const TypeBuild build(nullptr);
     while (getSize() < n && TypeBuild::admitsOneMore())
         appendElement();
 }
@@ -254,7 +254,7 @@ bool DataArray::getFieldData(char* path, std::vector<char*>* out, int from, int 
         return false;
     const int capacity = static_cast<int>(std::min<std::size_t>(out->size(), limits::maxElements));
     const int room = std::min(capacity, getSize() - from);
-    const int count = to == -1 ? room : std::clamp(to - from + 1, 0, room);
+    const int count = to == -1 ? room : static_cast<int>(std::clamp<long long>(to - 0LL - from + 1, 0, room));
     for (int done = 0; done < count; ++done)
         getObject(from + done)->getFieldData(path, &(*out)[static_cast<std::size_t>(done)]);
     return true;
@@ -289,6 +289,7 @@ DataObject* DataArray::getObject(int index) {
 void DataArray::setObjectType(DataObjectType* type) {
     if (type == m_objectType)
         return;
+    const TypeBuild build(nullptr);
     const FieldWatch watch(*this);
     for (int index = 0; index < getSize(); ++index) {
         getObject(index)->setObjectType(type);
@@ -301,6 +302,7 @@ void DataArray::setObjectType(DataObjectType* type) {
 }
 
 void DataArray::setObjectType(char* typeName) {
+    const TypeBuild build(nullptr);
     const FieldWatch watch(*this);
     for (int index = 0; !watch.ended() && index < getSize(); ++index)
         getObject(index)->setObjectType(typeName);

@@ -25,8 +25,9 @@ public:
     void dump(std::ostream& os, int first, int last, int withName) override;
     void dumpXML(std::ostream& os) override;
     void ClearLinks() override;
-    /// Adds objects up to `n` elements, at most 16,777,216: untyped ones named "Item-#0", "Item-#1", ..., in a typed
-    /// array ones of its type named "Point-#0", ... or whatever the type's own function makes. Never shrinks.
+    /// Adds objects up to `n` elements: untyped ones named "Item-#0", "Item-#1", ..., in a typed array ones of its type
+    /// named "Point-#0", ... or whatever the type's own function makes. Never shrinks. A size above 16,777,216 changes
+    /// nothing; the array stops growing when elements and their fields together come to as many.
     void setSize(int n) override;
     int getSize() override;
     /// Hands the values between the braces of `text` to the elements, or to those that the range selects.

@@ -153,7 +153,7 @@ char* DataObject::getObjectTypeName() {
 void DataObject::createStructure() {
     if (!m_objectType || !TypeBuild::admits(*m_objectType))
         return;
-    const TypeBuild build(*m_objectType);
+    const TypeBuild build(m_objectType);
     const FieldWatch watch(*this);
     std::vector<DataObjectField*> declarations;
     m_objectType->getFieldsList(declarations);
@@ -174,25 +174,24 @@ bool DataObject::hasChild(char* name) {
 }
 
 DataField* DataObject::createField(DataObjectField* declaration) {
+    const bool isText = text::viewOf(declaration->getType()) == "string";
+    DataObjectType* type = isText || !s_tTypes ? nullptr : s_tTypes->getTypeByName(declaration->getType());
+    if (!isText && (!type || !TypeBuild::admits(*type)))
+        return nullptr;
     if (!TypeBuild::admitsOneMore())
         return nullptr;
     const int count = declaration->getSize();
     char* name = declaration->getName();
     DataField* field = nullptr;
-    if (text::viewOf(declaration->getType()) == "string") {
+    if (isText) {
         field = new DataValue(name);
         field->setSize(count);
         take(field);
+    } else if (count == 1) {
+        field = createNestedObject(*type, name);
     } else {
-        DataObjectType* type = s_tTypes ? s_tTypes->getTypeByName(declaration->getType()) : nullptr;
-        if (!type || !TypeBuild::admits(*type))
-            return nullptr;
-        if (count == 1) {
-            field = createNestedObject(*type, name);
-        } else {
-            field = makeArray(*type, name, count);
-            take(field);
-        }
+        field = makeArray(*type, name, count);
+        take(field);
     }
     if (*declaration->getDefaultValue() != '\0') {
         std::string range = "0-" + std::to_string(count - 1);
@@ -204,6 +203,7 @@ DataField* DataObject::createField(DataObjectField* declaration) {
 DataField* DataObject::createNestedObject(DataObjectType& type, char* name) {
     DataObject* object = createObject(&type, name);
     take(object);
+    const TypeBuild build(&type);
     std::vector<DataObjectField*> declarations;
     type.getFieldsList(declarations);
     for (DataObjectField* declaration : declarations) {

@@ -158,12 +158,12 @@ void DataStructure::parse(char* indexSpec, char* textToRead) {
         const text::IndexRange range = text::readIndexRange(ranges);
         if (range.start == -1)
             return;
-        const int count = range.end == -1 ? 1 : range.end - range.start + 1;
-        for (int done = 0; done < count; ++done) {
+        const int last = range.end == -1 ? range.start : range.end;
+        for (long long index = range.start; index <= last; ++index) {
             if (groups.empty() || watch.ended())
                 return;
             if (const auto commands = text::braceGroup(text::cutListItem(groups, ',')))
-                parseCommand(std::string(*commands).data(), range.start + done);
+                parseCommand(std::string(*commands).data(), static_cast<int>(index));
         }
     }
 }

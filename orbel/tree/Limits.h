@@ -9,6 +9,10 @@ namespace limits {
 /// What an array or a value can hold: a mistyped index in a show must not eat the host's memory.
 constexpr int maxElements = 16'777'216;
 
+/// How many fields and elements an object gets from its type, at every depth together. Types that contain each other
+/// multiply from level to level; this many take some hundred megabytes.
+constexpr int maxFieldsOfObject = 262'144;
+
 /// The longest name; what is beyond is cut.
 constexpr std::size_t maxNameLength = 99;
 

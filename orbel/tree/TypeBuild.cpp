@@ -4,15 +4,19 @@
 #include "Limits.h"
 #include "TreeState.h"
 
-TypeBuild::TypeBuild(const DataObjectType& type)
-    : m_type(&type), m_outer(treeState.builds), m_depth(m_outer ? m_outer->m_depth + 1 : 1),
-      m_made(m_outer ? m_outer->m_made : 0) {
+#include <algorithm>
+
+TypeBuild::TypeBuild(const DataObjectType* type)
+    : m_type(type), m_outer(treeState.builds), m_depth((m_outer ? m_outer->m_depth : 0) + (type ? 1 : 0)),
+      m_allowed(type ? limits::maxFieldsOfObject : limits::maxElements) {
+    if (m_outer)
+        m_allowed = std::min(m_allowed, m_outer->m_allowed - m_outer->m_made);
     treeState.builds = this;
 }
 
 TypeBuild::~TypeBuild() {
     if (m_outer)
-        m_outer->m_made = m_made;
+        m_outer->m_made += m_made;
     treeState.builds = m_outer;
 }
 
@@ -24,5 +28,11 @@ bool TypeBuild::admits(const DataObjectType& type) {
 }
 
 bool TypeBuild::admitsOneMore() {
-    return !treeState.builds || treeState.builds->m_made++ < limits::maxElements;
+    TypeBuild* build = treeState.builds;
+    if (!build)
+        return true;
+    if (build->m_made == build->m_allowed)
+        return false;
+    ++build->m_made;
+    return true;
 }

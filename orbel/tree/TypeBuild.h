@@ -3,12 +3,14 @@
 
 class DataObjectType;
 
-/// An object type whose fields are being made; lives on the stack. Types may contain each other in a circle and
-/// multiply from level to level, so what one text makes is bounded: no type inside itself, not deeper than
-/// limits::maxTypeNesting, not more than limits::maxElements fields and elements at once.
+/// An object type whose fields are being made, or an array whose elements are; lives on the stack. Types may contain
+/// each other in a circle and multiply from level to level, so what one text makes is bounded: no type inside itself,
+/// not deeper than limits::maxTypeNesting, not more than limits::maxFieldsOfObject fields and elements in one object
+/// nor limits::maxElements in one array.
 class TypeBuild {
 public:
-    explicit TypeBuild(const DataObjectType& type);
+    /// Null for an array.
+    explicit TypeBuild(const DataObjectType* type);
     TypeBuild(const TypeBuild&) = delete;
     TypeBuild& operator=(const TypeBuild&) = delete;
     ~TypeBuild();
@@ -22,6 +24,7 @@ private:
     const DataObjectType* m_type;
     TypeBuild* m_outer;
     int m_depth;
+    int m_allowed;
     int m_made = 0;
 };
 

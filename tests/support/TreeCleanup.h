@@ -3,6 +3,7 @@
 
 #include <orbel/orbel.h>
 
+#include <memory>
 #include <vector>
 
 /// Deletes everything below `node`, whoever refers to it or observes it: deleteChildren spares such fields, which is
@@ -31,6 +32,17 @@ inline void deleteSubtree(DataNode& node) {
         delete child;
     }
 }
+
+struct SubtreeDeleter {
+    void operator()(DataNode* node) const {
+        deleteSubtree(*node);
+        delete node;
+    }
+};
+
+/// A node that the library has made, and everything below it.
+template <class Node>
+using Tree = std::unique_ptr<Node, SubtreeDeleter>;
 
 /// A node of the given class, on the stack, that takes everything below it along.
 ///

@@ -418,6 +418,14 @@ TEST(DataStructureParse, StopsWhenGroupsOrIndicesRunOut) {
     EXPECT_EQ(fewIndices.commands, (Commands{{"a=1", 4}}));
 }
 
+// A range as long as this ran nothing at all.
+TEST(DataStructureParse, TakesRangesUpToTheLargestNumber) {
+    CommandRecorder recorder;
+    recorder.parse(Text("0-2147483647"), Text("{a=1}"));
+    recorder.parse(Text("2147483646-2147483647,0"), Text("{a=1},{a=2},{a=3}"));
+    EXPECT_EQ(recorder.commands, (Commands{{"a=1", 0}, {"a=1", 2147483646}, {"a=2", 2147483647}, {"a=3", 0}}));
+}
+
 TEST(DataStructureParse, StopsAtARangeWithoutAStart) {
     CommandRecorder recorder;
     recorder.parse(Text("3,x,4"), Text("{a=1},{a=2},{a=3}"));

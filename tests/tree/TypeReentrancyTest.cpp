@@ -1,0 +1,268 @@
+#include <support/DeclaredTypes.h>
+#include <support/RecordingHandler.h>
+#include <support/Shape.h>
+#include <support/TreeCleanup.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdarg>
+#include <memory>
+#include <utility>
+
+/// Handlers of type changes may do anything, also to what is changing its type.
+
+namespace {
+
+constexpr char typesText[] = "Point = {string x=0;}; Label = {string text=Hi;};";
+
+class ObjectHandlers : public testing::Test {
+protected:
+    ObjectHandlers() {
+        object->registerHandler(&first);
+        object->registerHandler(&second);
+        diary.take();
+    }
+
+    DeclaredTypes types{typesText};
+    Diary diary;
+    RecordingHandler first{diary, "A"};
+    RecordingHandler second{diary, "B"};
+    Tree<DataObject> object{new DataObject(Text("o"))};
+};
+
+/// Three untyped elements; E observes the first, A the array.
+class ArrayHandlers : public testing::Test {
+protected:
+    ArrayHandlers() {
+        array->setSize(3);
+        array->registerHandler(&onArray);
+        array->getObject(0)->registerHandler(&onElement);
+        diary.take();
+    }
+
+    DeclaredTypes types{typesText};
+    DataObjectType* point = types["Point"];
+    Diary diary;
+    RecordingHandler onArray{diary, "A"};
+    RecordingHandler onElement{diary, "E"};
+    Tree<DataArray> array{new DataArray(Text("a"))};
+};
+
+} // namespace
+
+TEST_F(ObjectHandlers, MayDeleteTheObjectTypedByType) {
+    first.onceThen([&] { object.reset(); });
+    object->setObjectType(types["Point"]);
+    EXPECT_EQ(diary.take(), "A type Point");
+    EXPECT_EQ(second.getField(), nullptr);
+}
+
+TEST_F(ObjectHandlers, MayDeleteTheObjectTypedByName) {
+    second.onceThen([&] { object.reset(); });
+    object->setObjectType(Text("Point"));
+    EXPECT_EQ(diary.take(), "A type Point, B type Point");
+}
+
+TEST_F(ObjectHandlers, MayDeleteTheObjectOnTheSecondNotice) {
+    first.onceThen([&] { first.onceThen([&] { object.reset(); }); });
+    object->setObjectType(Text("Point"));
+    EXPECT_EQ(diary.take(), "A type Point, B type Point, A type Point");
+}
+
+TEST_F(ObjectHandlers, MayRetypeTheObject) {
+    first.onceThen([&] { object->setObjectType(types["Label"]); });
+    object->setObjectType(types["Point"]);
+    EXPECT_EQ(diary.take(), "A type Point, A type Label, B type Label, B type Point");
+    EXPECT_EQ(shapeOf(*object), "o{text=Hi}");
+    EXPECT_STREQ(object->getObjectTypeName(), "Label");
+}
+
+TEST_F(ObjectHandlers, MayRetypeTheObjectByName) {
+    second.onceThen([&] { object->setObjectType(Text("Label")); });
+    object->setObjectType(Text("Point"));
+    EXPECT_EQ(diary.take(), "A type Point, B type Point, A type Label, B type Label, A type Label, B type Label, "
+                            "A type Point, B type Point");
+    EXPECT_EQ(shapeOf(*object), "o{text=Hi}");
+}
+
+TEST_F(ObjectHandlers, MayEmptyTheObject) {
+    first.onceThen([&] { object->setObjectType(static_cast<DataObjectType*>(nullptr)); });
+    object->setObjectType(types["Point"]);
+    EXPECT_EQ(diary.take(), "A type Point, B type Point");
+    EXPECT_EQ(shapeOf(*object), "o{}");
+}
+
+TEST_F(ObjectHandlers, MayBringMoreHandlers) {
+    RecordingHandler third(diary, "C");
+    first.onceThen([&] { object->registerHandler(&third); });
+    object->setObjectType(types["Point"]);
+    EXPECT_EQ(diary.take(), "A type Point, B type Point, C type Point");
+}
+
+TEST_F(ObjectHandlers, MayLeave) {
+    first.onceThen([&] { object->unregisterHandler(&first); });
+    object->setObjectType(types["Point"]);
+    EXPECT_EQ(diary.take(), "A type Point");
+    EXPECT_EQ(object->getNumHandlers(), 1);
+}
+
+TEST_F(ObjectHandlers, MayReadTheTypesAnew) {
+    first.onceThen([] { DataObject::readConfigFiles(); });
+    object->setObjectType(Text("Point"));
+    EXPECT_EQ(diary.take(), "A type Point, B type Point, A type Point, B type Point");
+    EXPECT_EQ(types["Point"], nullptr);
+    EXPECT_STREQ(object->getObjectTypeName(), "Point");
+    EXPECT_EQ(shapeOf(*object), "o{x=0}");
+}
+
+TEST_F(ObjectHandlers, MayDeleteAnObjectThatAPathRetypes) {
+    Owned<DataStructure> root(Text("root"));
+    DataObject* child = object.release();
+    root.addField(child, 0);
+    first.onceThen([&] {
+        root.removeChildren();
+        const Tree<DataObject> gone(child);
+    });
+    EXPECT_EQ(root.getField(Text("Point:o/string:z"), 0, 0), nullptr);
+    EXPECT_EQ(diary.take(), "A type Point");
+    EXPECT_EQ(shapeOf(root), "root{}");
+}
+
+TEST_F(ObjectHandlers, MayDeleteTheStructureThatRetypesByPath) {
+    auto root = std::make_unique<DataStructure>(Text("root"));
+    root->addField(object.get(), 0);
+    first.onceThen([&] { root.reset(); });
+    EXPECT_EQ(root->getField(Text("Point:o/x"), 0, 0), nullptr);
+    EXPECT_EQ(object->getParent(), nullptr);
+    EXPECT_EQ(shapeOf(*object), "o{x=0}");
+}
+
+TEST_F(ArrayHandlers, MayDeleteTheArrayFromAnElement) {
+    onElement.onceThen([&] { array.reset(); });
+    array->setObjectType(point);
+    EXPECT_EQ(diary.take(), "E type Point");
+    EXPECT_EQ(onArray.getField(), nullptr);
+}
+
+TEST_F(ArrayHandlers, MayDeleteTheArrayFromAnElementTypedByName) {
+    onElement.onceThen([&] { array.reset(); });
+    array->setObjectType(Text("Point"));
+    EXPECT_EQ(diary.take(), "E type Point");
+}
+
+TEST_F(ArrayHandlers, MayDeleteTheArray) {
+    onArray.onceThen([&] { array.reset(); });
+    array->setObjectType(point);
+    EXPECT_EQ(diary.take(), "E type Point, A type Point");
+}
+
+TEST_F(ArrayHandlers, MayRemoveTheElements) {
+    onElement.onceThen([&] { array->removeChildren(); });
+    array->setObjectType(point);
+    EXPECT_EQ(diary.take(), "E type Point, A type Point");
+    EXPECT_EQ(shapeOf(*array), "a[]");
+    EXPECT_EQ(array->getObjectType(), point);
+}
+
+TEST_F(ArrayHandlers, MayRemoveTheElementsOnTheWayByName) {
+    onElement.onceThen([&] { array->removeChildren(); });
+    array->setObjectType(Text("Point"));
+    EXPECT_EQ(diary.take(), "E type Point");
+    EXPECT_EQ(shapeOf(*array), "a[]");
+}
+
+TEST_F(ArrayHandlers, MayGrowTheArray) {
+    onElement.onceThen([&] { array->setSize(200); });
+    onArray.onceThen([&] { array->setSize(201); });
+    array->setObjectType(point);
+    EXPECT_EQ(diary.take(), "E type Point, A type Point");
+    EXPECT_EQ(array->getSize(), 201);
+    EXPECT_EQ(shapeOf(*array->getObject(199)), "Item-#199{x=0}");
+    EXPECT_EQ(shapeOf(*array->getObject(200)), "Point-#200{x=0}");
+}
+
+TEST_F(ArrayHandlers, MayRetypeAnElement) {
+    onElement.onceThen([&] { array->getObject(0)->setObjectType(types["Label"]); });
+    array->setObjectType(point);
+    EXPECT_EQ(diary.take(), "E type Point, E type Label, A type Point");
+    EXPECT_EQ(shapeOf(*array), "a[Item-#0{text=Hi},Item-#1{x=0},Item-#2{x=0}]");
+}
+
+TEST_F(ArrayHandlers, MayRetypeTheArray) {
+    onArray.onceThen([&] { array->setObjectType(types["Label"]); });
+    array->setObjectType(point);
+    EXPECT_EQ(diary.take(), "E type Point, A type Point, E type Label, A type Label");
+    EXPECT_EQ(shapeOf(*array), "a[Item-#0{text=Hi},Item-#1{text=Hi},Item-#2{text=Hi}]");
+    EXPECT_STREQ(array->getObjectTypeName(), "Label");
+}
+
+TEST_F(ArrayHandlers, MayReadTheTypesAnew) {
+    onElement.onceThen([] { DataObject::readConfigFiles(); });
+    array->setObjectType(Text("Point"));
+    EXPECT_EQ(diary.take(), "E type Point, E type Point");
+    EXPECT_EQ(shapeOf(*array), "a[Item-#0{x=0},Item-#1{},Item-#2{}]");
+}
+
+TEST_F(ArrayHandlers, MayDeleteTheArrayWhileItParses) {
+    array->setObjectType(point);
+    RecordingHandler onX(diary, "X");
+    array->registerHandler(Text("x"), &onX, 1);
+    diary.take();
+    onX.onceThen([&] { array.reset(); });
+    array->parse(nullptr, Text("{{x=1},{x=2},{x=3}}"));
+    EXPECT_EQ(diary.take(), "X changed");
+}
+
+TEST_F(ArrayHandlers, MayDeleteEitherArrayWhileItIsCopied) {
+    array->setObjectType(point);
+    Tree<DataArray> source(DataObject::createArray(Text("Point"), Text("s"), 3));
+    RecordingHandler onX(diary, "X");
+    array->registerHandler(Text("x"), &onX, 0);
+    onX.onceThen([&] { source.reset(); });
+    EXPECT_TRUE(array->copyData(source.get(), 0, 0, -1));
+    source.reset(DataObject::createArray(Text("Point"), Text("s"), 3));
+    onX.onceThen([&] { array.reset(); });
+    EXPECT_TRUE(array->copyData(source.get(), 0, 0, -1));
+}
+
+namespace {
+
+DataArray* growing = nullptr;
+
+DataObject* growOnce(char* typeName) {
+    if (DataArray* array = std::exchange(growing, nullptr))
+        array->setSize(2);
+    return new DataObject(typeName);
+}
+
+void readOnce() {
+    static bool done = false;
+    if (!std::exchange(done, true))
+        DataObject::readConfigFiles();
+}
+
+int readAtOnce(const char* /*format*/, va_list /*args*/) {
+    readOnce();
+    return 0;
+}
+
+} // namespace
+
+TEST(TypeFunctionsReentrancy, MayGrowTheArrayThatAsks) {
+    DeclaredTypes types(typesText);
+    types["Point"]->setCreateObjectFunc(growOnce);
+    Owned<DataArray> array(Text("a"));
+    array.setObjectType(types["Point"]);
+    growing = &array;
+    array.setSize(2);
+    for (int index = 0; index < array.getSize(); ++index)
+        EXPECT_EQ(array.getObject(index)->getParentInstance(), index);
+}
+
+TEST(TypeReadingReentrancy, PrintingMayReadTheTypesAnew) {
+    DeclaredTypes types(typesText);
+    DataSetVPrintfFunction(readAtOnce);
+    types.declare("New = {string x;}; Other = {New n;};");
+    DataObject::readConfigFiles();
+    EXPECT_NE(DataObject::getTypesTable(), nullptr);
+}
