@@ -86,7 +86,7 @@ void DataArray::setSize(int n) {
     if (n > limits::maxElements)
         return;
     const TypeBuild build(nullptr);
-    while (getSize() < n && TypeBuild::admitsOneMore())
+    while (getSize() < n && TypeBuild::admitsElement())
         appendElement();
 }
 

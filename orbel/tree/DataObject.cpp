@@ -178,7 +178,7 @@ DataField* DataObject::createField(DataObjectField* declaration) {
     DataObjectType* type = isText || !s_tTypes ? nullptr : s_tTypes->getTypeByName(declaration->getType());
     if (!isText && (!type || !TypeBuild::admits(*type)))
         return nullptr;
-    if (!TypeBuild::admitsOneMore())
+    if (!TypeBuild::admitsField())
         return nullptr;
     const int count = declaration->getSize();
     char* name = declaration->getName();

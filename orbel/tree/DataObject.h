@@ -47,9 +47,9 @@ public:
     bool unregisterHandler(DataHandler* handler) override;
 
     /// Replaces the children by those that the type declares, with their default values, and tells the handlers of
-    /// this object: at most 262,144 fields and elements at every depth together, 100 types inside each other, and no
-    /// type inside itself; what is beyond is left out. Null leaves the object empty and tells nobody. Nothing happens
-    /// when the type stays the same.
+    /// this object: at most 262,144 fields and elements at every depth together beside the type's own fields, 100 types
+    /// inside each other, and no type inside itself; what is beyond is left out. Null leaves the object empty and tells
+    /// nobody. Nothing happens when the type stays the same.
     void setObjectType(DataObjectType* type);
     /// The same by name; nothing happens for an unknown one. Contract: handlers hear of it twice.
     void setObjectType(char* typeName);

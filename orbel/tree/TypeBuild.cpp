@@ -27,7 +27,11 @@ bool TypeBuild::admits(const DataObjectType& type) {
     return !treeState.builds || treeState.builds->m_depth < limits::maxTypeNesting;
 }
 
-bool TypeBuild::admitsOneMore() {
+bool TypeBuild::admitsField() {
+    return admitsElement() || treeState.builds->m_depth == 1;
+}
+
+bool TypeBuild::admitsElement() {
     TypeBuild* build = treeState.builds;
     if (!build)
         return true;

@@ -17,8 +17,10 @@ public:
 
     /// Whether fields of this type may be made inside those under way.
     static bool admits(const DataObjectType& type);
-    /// Counts one field or element; false when there have been too many.
-    static bool admitsOneMore();
+    /// Count one field or element; false when there have been too many. The outermost object gets all fields that its
+    /// type declares: there are only as many as somebody has written down.
+    static bool admitsField();
+    static bool admitsElement();
 
 private:
     const DataObjectType* m_type;
