@@ -18,6 +18,9 @@ Indentation::~Indentation() {
 }
 
 Expansion::Expansion(const DataObjectType& type) {
+    if (typesState.expanding.empty())
+        typesState.expansions = 0;
+    ++typesState.expansions;
     typesState.expanding.push_back(&type);
 }
 
@@ -27,7 +30,8 @@ Expansion::~Expansion() {
 
 bool Expansion::isPossible(const DataObjectType& type) {
     const auto& outer = typesState.expanding;
-    return outer.size() < limits::maxTypeNesting && std::find(outer.begin(), outer.end(), &type) == outer.end();
+    return outer.size() < limits::maxTypeNesting && typesState.expansions < limits::maxTypeExpansions &&
+           std::find(outer.begin(), outer.end(), &type) == outer.end();
 }
 
 void writeIndentation(std::ostream& os) {

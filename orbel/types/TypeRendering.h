@@ -25,7 +25,7 @@ public:
     Expansion(const Expansion&) = delete;
     Expansion& operator=(const Expansion&) = delete;
 
-    /// Whether the fields of this type may be written now: neither inside itself nor too deep.
+    /// Whether the fields of this type may be written now: neither inside itself nor too deep nor too often.
     static bool isPossible(const DataObjectType& type);
 };
 

@@ -19,6 +19,8 @@ struct TypesState {
     int indentation = 0;
     /// The types whose fields are being written, outermost first.
     std::vector<const DataObjectType*> expanding;
+    /// How many have been written inside the outermost one.
+    int expansions = 0;
     /// The tables that were replaced, the last one first.
     RetiredTable* retired = nullptr;
 };

@@ -150,6 +150,25 @@ TEST(UnusualTypeTexts, AChainOfManyTypes) {
     EXPECT_EQ(std::count(spec.begin(), spec.end(), '\n'), 200);
 }
 
+// Forty such levels stand for five million million lines.
+TEST(UnusualTypeTexts, TypesThatDoubleFromLevelToLevel) {
+    std::string text = "T0 = {string x;};";
+    for (int number = 1; number <= 40; ++number) {
+        const std::string before = numbered("T", number - 1);
+        text += numbered("T", number) + " = {" + before + " a; " + before + " b;};";
+    }
+    Schema schema(text);
+    const auto linesOf = [&](const char* name) {
+        std::ostringstream os;
+        schema.type(name)->dumpSpec(os, &schema.table, -1);
+        const std::string spec = os.str();
+        return std::count(spec.begin(), spec.end(), '\n');
+    };
+    EXPECT_EQ(linesOf("T10"), 5 * 1'024 - 4);
+    EXPECT_LT(linesOf("T40"), 300'000);
+    EXPECT_EQ(linesOf("T10"), 5 * 1'024 - 4);
+}
+
 TEST(UnusualTypeTexts, ManyTypesInACircle) {
     constexpr int count = 1'000;
     std::string text;
