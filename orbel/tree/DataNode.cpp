@@ -205,7 +205,7 @@ void DataNode::executeCommand(char* command, int index) {
 void DataNode::broadcast(DataNode& node, const std::string& rest, const std::string& value, int index) {
     std::vector<DataField*> children;
     node.getFieldsVector(&children);
-    treeState.repeatedText += static_cast<long long>(children.size() * sizeof(DataField*));
+    treeState.repeatedText += static_cast<long long>(children.size() * sizeof(void*));
     const FieldWatch watch(node);
     const FieldListWatch childrenWatch(children);
     for (std::size_t at = 0; at < children.size() && !watch.ended() && mayRepeat(); ++at) {

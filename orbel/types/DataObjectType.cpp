@@ -39,7 +39,9 @@ bool DataObjectType::parse(char* body) {
 }
 
 bool DataObjectType::parseGetName(char** text, char* name) {
-    std::string_view rest = text::viewOf(*text);
+    if (!*text)
+        return false;
+    std::string_view rest = *text;
     const std::size_t separator = rest.find('=');
     if (separator == std::string_view::npos)
         return false;
