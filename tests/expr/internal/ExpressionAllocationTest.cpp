@@ -1,57 +1,9 @@
+#include <support/AllocationCount.h>
 #include <support/Expressions.h>
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <new>
-
 namespace {
-
-int allocations = 0;
-
-void* counted(std::size_t size) {
-    ++allocations;
-    // Standard allocation never answers null for nothing, malloc may.
-    if (void* memory = std::malloc(size > 0 ? size : 1))
-        return memory;
-    throw std::bad_alloc();
-}
-
-} // namespace
-
-// Everything that malloc and free serve stays visible to sanitizers and leak checks.
-void* operator new(std::size_t size) {
-    return counted(size);
-}
-
-void* operator new[](std::size_t size) {
-    return counted(size);
-}
-
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-
-void operator delete[](void* memory) noexcept {
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
-}
-
-void operator delete[](void* memory, std::size_t /*size*/) noexcept {
-    std::free(memory);
-}
-
-namespace {
-
-template <class Action>
-int allocationsOf(Action action) {
-    const int before = allocations;
-    action();
-    return allocations - before;
-}
 
 const std::string longText(300, 't');
 

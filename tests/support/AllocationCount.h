@@ -1,0 +1,57 @@
+#ifndef ORBEL_TESTS_SUPPORT_ALLOCATIONCOUNT_H
+#define ORBEL_TESTS_SUPPORT_ALLOCATIONCOUNT_H
+
+/// Counts what operator new hands out in the whole program. Defines the operators, so only one source of an
+/// executable may include it; and the library's objects must be linked in, as internal tests do, to be counted.
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+int allocations = 0;
+
+void* counted(std::size_t size) {
+    ++allocations;
+    // Standard allocation never answers null for nothing, malloc may.
+    if (void* memory = std::malloc(size > 0 ? size : 1))
+        return memory;
+    throw std::bad_alloc();
+}
+
+} // namespace
+
+// Everything that malloc and free serve stays visible to sanitizers and leak checks.
+void* operator new(std::size_t size) {
+    return counted(size);
+}
+
+void* operator new[](std::size_t size) {
+    return counted(size);
+}
+
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory) noexcept {
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+
+void operator delete[](void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
+
+/// How many allocations an action makes.
+template <class Action>
+int allocationsOf(Action action) {
+    const int before = allocations;
+    action();
+    return allocations - before;
+}
+
+#endif
