@@ -41,6 +41,8 @@ function(orbel_add_test_executable name library)
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_compile_definitions(${name} PRIVATE ORBEL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
     target_link_libraries(${name} PRIVATE ${library} GTest::gtest_main)
+    # Takes a third of the time it takes to compile the tests.
+    target_precompile_headers(${name} PRIVATE <gtest/gtest.h>)
     gtest_discover_tests(
         ${name}
         TEST_PREFIX "${name}."
