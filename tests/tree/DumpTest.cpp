@@ -559,6 +559,20 @@ TEST_F(Dump, OfAListOfPaths) {
     EXPECT_EQ(dataAt(pos(), "x;../n"), "x=1;n=3;");
 }
 
+TEST_F(Dump, OfPathsOfAnyLength) {
+    const std::string longName(1'000'000, 'n');
+    EXPECT_EQ(fieldAt(root, longName.c_str()), "");
+    EXPECT_EQ(fieldAt(root, ("n[" + longName + ']').c_str()), "n=3;");
+    EXPECT_EQ(fieldAt(root, (std::string(1'000'000, ' ') + 'n' + std::string(1'000'000, '\t')).c_str()), "n=3;");
+    EXPECT_EQ(dataAt(root, (std::string(1'000'000, ';') + 'n' + std::string(1'000'000, ';')).c_str()), "n=3;");
+    EXPECT_EQ(fieldAt(root, std::string(1'000'000, ']').c_str()), "");
+}
+
+TEST_F(Dump, OfAnythingIsEmptyOnAPlainNode) {
+    DataNode node(Text("node"));
+    EXPECT_EQ(fieldAt(node, "Orbel") + fieldAt(node, "node") + fieldAt(node, "") + dataAt(node, "a;b[0]"), "");
+}
+
 TEST_F(Dump, OfFieldNamesRunsThemTogether) {
     testing::internal::CaptureStdout();
     root.dumpListOfFields();
