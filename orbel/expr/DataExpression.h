@@ -41,7 +41,9 @@ public:
     DataExpression& operator=(const DataExpression&) = delete;
     ~DataExpression();
 
-    /// Asked for references that give no text; null removes it.
+    /// Asked, by the name without its index, for every piece that gives no text: names that the tree does not hold,
+    /// values that do not exist, the field of a $(REFRESH), and $(PARENT) without a parent by an empty name. Null
+    /// removes it.
     void registerVariableQuery(DataVariableQuery* query);
 
     /// Names are looked up from the parent of `hostField` upwards, from the root when there is none. A null host field
