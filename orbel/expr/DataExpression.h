@@ -18,7 +18,8 @@ struct ExpressionPiece;
 /// a longer text is dropped.
 ///
 ///     $(title)                 the value of the nearest enclosing field at this path, found once and then kept
-///     $(list[2])               value 2 of it; without a number the value at the evaluation's index
+///     $(list[2])               value 2 of it; without a number the value at the evaluation's index. A single value is
+///                              given whatever the index. Brackets end the path: what follows them is ignored
 ///     $(INDEX)                 the evaluation's index
 ///     $(REFRESH) $(title)      fires the handlers of title, then gives its value
 ///     $(FIELD_DATA)            the value of the host field
@@ -40,7 +41,9 @@ public:
     DataExpression& operator=(const DataExpression&) = delete;
     ~DataExpression();
 
-    /// Asked for references that give no text; null removes it.
+    /// Asked, by the name without its index, for every piece that gives no text: names that the tree does not hold,
+    /// values that do not exist, the field of a $(REFRESH), and $(PARENT) without a parent by an empty name. Null
+    /// removes it.
     void registerVariableQuery(DataVariableQuery* query);
 
     /// Names are looked up from the parent of `hostField` upwards, from the root when there is none. A null host field
@@ -63,7 +66,7 @@ public:
 
     /// Runs the evaluated text on `root`, after evaluate_Kor_Cmds, command by command up to the first empty one:
     ///
-    ///     0 COMMAND            asks `command` for "-1 COMMAND"; the request is valid during the call
+    ///     0 COMMAND            sends `command` "-1 COMMAND", valid during the call; the answer is ignored
     ///     C target = source    DataNode::parseCopyCommand
     ///     L target = source    DataStructure::parseLinkCommand
     ///     path = value         DataNode::parseCommand

@@ -41,7 +41,10 @@ public:
 
     /// The class name, a constant.
     virtual const char* getTypeName();
+    /// Writes the item as text for people, behind its name unless `withName` is 0. Of several values or elements only
+    /// those from `first` to `last`: all for a negative `first`, `first` alone for a negative `last`.
     virtual void dump(std::ostream& os, int first, int last, int withName);
+    /// Writes the item in tags of its name. Contract: what is below it stands there as dump writes it.
     virtual void dumpXML(std::ostream& os);
 
     void setName(char* name);

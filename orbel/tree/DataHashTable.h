@@ -45,7 +45,7 @@ public:
     /// there for entries of classes that types make themselves.
     void setObjectData(char* data, char* key);
 
-    /// Prints the entries of a list of keys, all for null.
+    /// Prints the entries of a list of keys separated by ",", all for null; without their names when `withName` is 0.
     void dumpKeys(std::ostream& os, char* keys, int withName);
 
 private:

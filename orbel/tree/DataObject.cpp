@@ -17,6 +17,7 @@
 #include "Limits.h"
 #include "TypeBuild.h"
 
+#include <algorithm>
 #include <sstream>
 #include <utility>
 
@@ -194,7 +195,7 @@ DataField* DataObject::createField(DataObjectField* declaration) {
         take(field);
     }
     if (*declaration->getDefaultValue() != '\0') {
-        std::string range = "0-" + std::to_string(count - 1);
+        std::string range = "0-" + std::to_string(std::max(count, 1) - 1);
         field->parse(count > 1 ? range.data() : nullptr, std::string(declaration->getDefaultValue()).data());
     }
     return field;

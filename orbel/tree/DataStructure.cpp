@@ -31,7 +31,7 @@ void writeLabel(std::ostream& os, DataField& child) {
             return;
         os << array.getObjectTypeName();
         if (array.isOfType(DataHashTable::getClassType()) == 0)
-            os << '[' << array.getNumFields() << ']';
+            os << '[' << std::to_string(array.getNumFields()) << ']';
         os << ':';
         return;
     }

@@ -1,6 +1,7 @@
 #include "DumpRange.h"
 
 #include <ostream>
+#include <string>
 
 DumpRange::DumpRange(int size, int first, int last) : m_size(size) {
     if (size < 2)
@@ -15,8 +16,8 @@ DumpRange::DumpRange(int size, int first, int last) : m_size(size) {
 void DumpRange::writeIndex(std::ostream& os) const {
     if (m_size < 2)
         return;
-    os << '[' << m_first;
+    os << '[' << std::to_string(m_first);
     if (m_first != m_last)
-        os << '-' << m_last;
+        os << '-' << std::to_string(m_last);
     os << ']';
 }

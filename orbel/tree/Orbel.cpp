@@ -76,7 +76,7 @@ void Orbel::dumpSpec(std::ostream& os, DataField* field) {
     } else if (field->isOfType(DataValue::getClassType()) != 0) {
         if (field->getSize() > 1) {
             indent(os);
-            os << "Array<Value> " << name << '[' << field->getSize() << "];\n";
+            os << "Array<Value> " << name << '[' << std::to_string(field->getSize()) << "];\n";
         } else {
             os << "Value " << name << ";\n";
         }

@@ -32,7 +32,9 @@ DataObjectField::~DataObjectField() {
 
 bool DataObjectField::parse(char* line) {
     PrintingListener listener;
-    return TypeParser(listener).parseField(text::viewOf(line), *this);
+    // A copy, for the line may be one of the texts that parsing replaces.
+    const std::string statement(text::viewOf(line));
+    return TypeParser(listener).parseField(statement, *this);
 }
 
 char* DataObjectField::getName() {
@@ -74,7 +76,7 @@ void DataObjectField::dumpSpec(std::ostream& os, DataObjectTypesTable* table) {
     if (m_size < 2)
         os << shownType << ' ' << m_name;
     else
-        os << "Array<" << shownType << "> " << m_name << '[' << m_size << ']';
+        os << "Array<" << shownType << "> " << m_name << '[' << std::to_string(m_size) << ']';
     if (isText) {
         os << ";\n";
         return;

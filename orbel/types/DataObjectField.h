@@ -21,8 +21,9 @@ public:
     DataObjectField& operator=(const DataObjectField& other);
     virtual ~DataObjectField();
 
-    /// Reads one field statement, without its ";". False when its type is not known, in which case the declaration
-    /// is unchanged and std::cout tells of every statement that is not empty.
+    /// Reads one field statement, without its ";". Without "=" the default text stays what it was. False when the type
+    /// is not known, in which case the declaration is unchanged and std::cout tells of every statement that is not
+    /// empty.
     /// Contract: white space between the name and "=" belongs to the name.
     bool parse(char* line);
 
@@ -30,6 +31,7 @@ public:
     char* getName();
     char* getType();
     char* getDefaultValue();
+    /// As written: below 2, which may be 0 or negative, renderings show a single field.
     int getSize();
 
     void setName(char* name);
@@ -40,6 +42,7 @@ public:
     /// Writes the declaration, with the fields of its type as far as `table` (which may be null) has it.
     /// Contract: the fill character of the stream is a tab afterwards.
     void dumpSpec(std::ostream& os, DataObjectTypesTable* table);
+    /// Writes "<string>tags</string>" and a line end, neither size nor default.
     void dumpXML(std::ostream& os);
 
 private:

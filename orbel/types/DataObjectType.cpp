@@ -39,7 +39,7 @@ bool DataObjectType::parse(char* body) {
 }
 
 bool DataObjectType::parseGetName(char** text, char* name) {
-    if (!*text)
+    if (!text || !*text || !name)
         return false;
     std::string_view rest = *text;
     const std::size_t separator = rest.find('=');
@@ -80,6 +80,8 @@ void DataObjectType::getFieldsList(std::vector<char*>& names) {
 }
 
 void DataObjectType::getFieldsDescription(char* out) {
+    if (!out)
+        return;
     std::vector<DataObjectField*> fields = fieldsInOrder();
     std::stable_sort(fields.begin(), fields.end(), [](const DataObjectField* one, const DataObjectField* other) {
         return one->m_name < other->m_name;

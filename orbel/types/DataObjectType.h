@@ -25,7 +25,8 @@ public:
     bool parse(char* body);
 
     /// Splits "Name = rest" at the first "=", which is overwritten: copies the name, trimmed, into `name`, which must
-    /// have room for all of the text, and moves `*text` on to the rest. False without a "=".
+    /// have room for all of the text, and moves `*text` on to the rest. False, and nothing is changed, without a "=" or
+    /// when a pointer is null.
     static bool parseGetName(char** text, char* name);
 
     /// Takes the declaration over. One that this or another type holds already, and null, is left alone.
@@ -37,7 +38,8 @@ public:
     /// Replace the content of the vector, in the order of declaration.
     void getFieldsList(std::vector<DataObjectField*>& fields);
     void getFieldsList(std::vector<char*>& names);
-    /// Writes a line for each field, ordered by name. Contract: `out` must have room for all of them.
+    /// Writes a line for each field, such as "string \t tags[4];", ordered by name; nothing when `out` is null.
+    /// Contract: `out` must have room for all of them.
     void getFieldsDescription(char* out);
     /// Lets go of all declarations without destroying them.
     void removeAll();
@@ -55,6 +57,7 @@ public:
     /// Writes the fields, with those of their types as far as `table` (which may be null) has them. An `indent` above
     /// 0 sets the level of all further renderings; any other keeps it.
     void dumpSpec(std::ostream& os, DataObjectTypesTable* table, int indent);
+    /// Writes "<TYPE name=Label>", the fields one level deeper, and "</TYPE>".
     void dumpXML(std::ostream& os);
 
 private:

@@ -17,11 +17,11 @@ public:
     DataObjectTypesTable();
     DataObjectTypesTable(const DataObjectTypesTable&) = delete;
     DataObjectTypesTable& operator=(const DataObjectTypesTable&) = delete;
-    /// Destroys the types from the last to the first.
+    /// Tells through DataPrintf how many types there are and destroys them, from the last to the first.
     virtual ~DataObjectTypesTable();
 
     /// Reads a type definition text without "//" comments and adds its types, or its fields to types that exist.
-    /// Always true: what cannot be understood is left out.
+    /// Tells of each through DataPrintf. Always true: what cannot be understood is left out.
     bool parse(char* text);
 
     /// Takes the type over and makes its name known. One that this or another table lists already, and null, is left
@@ -35,7 +35,8 @@ public:
     /// Null when out of range.
     DataObjectType* getTypeByIndex(int index);
 
-    /// Writes all types with their fields. Contract: the fill character of the stream is a tab afterwards.
+    /// Writes all types with their fields, from level 0 on. Contract: the fill character of the stream is a tab
+    /// afterwards.
     void dumpSpec(std::ostream& os);
 
 private:

@@ -487,6 +487,15 @@ TEST(DataExpression, QueryIsAskedForWhatTheTreeDoesNotHold) {
     EXPECT_EQ(query.asked.size(), 3u);
 }
 
+TEST(DataExpression, QueryIsAskedForTheBareName) {
+    ExpressionStage stage;
+    RecordingQuery query;
+    query.answer = "!";
+    stage.expression.registerVariableQuery(&query);
+    EXPECT_EQ(stage.textOf("$()$([2])$( x y)$(p/q[1-2])$(REFRESH) $(z[0])"), "!!!!! !");
+    EXPECT_EQ(query.asked, (Names{"", "", "x", "p/q", "z", "z"}));
+}
+
 TEST(DataExpression, QueryIsNotAskedWhereThereIsAnEmptyText) {
     ExpressionStage stage;
     RecordingQuery query;

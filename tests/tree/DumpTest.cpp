@@ -1,3 +1,4 @@
+#include <support/NumberFormat.h>
 #include <support/RecordingHandler.h>
 #include <support/SceneTree.h>
 #include <support/TextList.h>
@@ -5,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <limits>
+#include <ostream>
 #include <sstream>
 #include <string>
 
@@ -138,6 +141,25 @@ TEST_F(Dump, OfAValueIsNotIndentedByItself) {
     DataBaseType::setIndent(2);
     EXPECT_EQ(dumpOf(*at("n")), "n=3;");
     EXPECT_EQ(xmlOf(*at("n")), "\t\t<n>3</n>");
+}
+
+TEST_F(Dump, OfARangeThatEndsBeforeItStarts) {
+    DataArray* list = addArray("list", 3);
+    EXPECT_EQ(dumpOf(*at("p"), 2, 1, 1), "p[2-1]=;");
+    EXPECT_EQ(dumpOf(*list, 2, 1, 1), "list[2-1]={\n\t{\n\t\tx=1;\n\t}\n};\n");
+    EXPECT_EQ(fieldAt(root, "p[2-1]"), "p[2-1]=;");
+}
+
+TEST_F(Dump, OfTheLowestAndHighestIndices) {
+    constexpr int lowest = std::numeric_limits<int>::min();
+    constexpr int highest = std::numeric_limits<int>::max();
+    DataField& p = *at("p");
+    DataArray* list = addArray("list", 2);
+    EXPECT_EQ(dumpOf(p, lowest, highest), "p[0-2]=1,2,3;");
+    EXPECT_EQ(dumpOf(p, 1, lowest), "p[1]=2;");
+    EXPECT_EQ(dumpOf(p, highest, lowest, lowest), "p[2147483647]=3;");
+    EXPECT_EQ(dumpOf(*list, lowest, lowest), dumpOf(*list));
+    EXPECT_EQ(dumpOf(*list, highest, highest), "list[2147483647]={\n\t{\n\t\tx=1;\n\t}\n};\n");
 }
 
 TEST_F(Dump, OfAStructureHasALineForEachChild) {
@@ -396,6 +418,49 @@ TEST_F(Dump, LabelledHandsTheRangeDown) {
     EXPECT_EQ(labelledDumpOf(root, 1, 2), "string:n=3;\nstring:p[1-2]=2,3;\nnode:pos ={\n\tx=1;\n\ty=2;\n}\n");
 }
 
+TEST_F(TypedDump, NumbersArePlainDigits) {
+    at("p")->setSize(12'345);
+    array->setSize(12);
+    EXPECT_EQ(writtenWithOtherNumbers([&](std::ostream& os) { at("p")->dump(os, 4'660, 12'344, 1); }).substr(0, 15),
+              "p[4660-12344]=,");
+    EXPECT_EQ(writtenWithOtherNumbers([&](std::ostream& os) { array->dump(os, 10, -1, 1); }).substr(0, 7), "a[10]={");
+    EXPECT_EQ(writtenWithOtherNumbers([&](std::ostream& os) { Orbel::dumpSpec(os, at("p")); }),
+              "Array<Value> p[12345];\n");
+    EXPECT_EQ(writtenWithOtherNumbers([&](std::ostream& os) { Orbel::dumpSpec(os, array); }),
+              "Array<Point> a[12] {\n};\n");
+    for (int number = 0; number < 10; ++number)
+        array->getObject(0)->addField(new DataValue(Text('f' + std::to_string(number))), 0);
+    EXPECT_EQ(writtenWithOtherNumbers([&](std::ostream& os) { root.dumpInternal(os, 0, -1); }).substr(0, 15),
+              "Point[12]:a[0]=");
+}
+
+TEST_F(TypedDump, FlushesBehindValuesArraysAndTables) {
+    const auto flushes = [](auto write) {
+        class Counter : public std::stringbuf {
+        public:
+            int count = 0;
+
+        protected:
+            int sync() override { return ++count, 0; }
+        } counter;
+        std::ostream os(&counter);
+        write(os);
+        return counter.count;
+    };
+    const auto dumps = [&](const char* path) {
+        return flushes([&](std::ostream& os) { at(path)->dump(os, -1, -1, 1); });
+    };
+    const auto xmls = [&](const char* path) { return flushes([&](std::ostream& os) { at(path)->dumpXML(os); }); };
+    EXPECT_EQ(dumps("p"), 1);
+    EXPECT_EQ(dumps("holder"), 0);
+    EXPECT_EQ(dumps("pos"), 2);
+    EXPECT_EQ(dumps("a"), 5);
+    EXPECT_EQ(dumps("t"), 3);
+    EXPECT_EQ(xmls("p"), 1);
+    EXPECT_EQ(xmls("holder"), 1);
+    EXPECT_EQ(xmls("a"), 5);
+}
+
 TEST_F(TypedDump, SpecOfTheWholeTree) {
     DataBaseType::setIndent(0);
     EXPECT_EQ(specOf(&root), "Orbel {\n"
@@ -492,6 +557,20 @@ TEST_F(Dump, OfAListOfPaths) {
     EXPECT_EQ(dataAt(root, "{p[0];n}"), "");
     EXPECT_EQ(dataAt(root, "\"\"p[0];n;p[0]\"\""), "n=3;p[0-2]=1,2,3;");
     EXPECT_EQ(dataAt(pos(), "x;../n"), "x=1;n=3;");
+}
+
+TEST_F(Dump, OfPathsOfAnyLength) {
+    const std::string longName(1'000'000, 'n');
+    EXPECT_EQ(fieldAt(root, longName.c_str()), "");
+    EXPECT_EQ(fieldAt(root, ("n[" + longName + ']').c_str()), "n=3;");
+    EXPECT_EQ(fieldAt(root, (std::string(1'000'000, ' ') + 'n' + std::string(1'000'000, '\t')).c_str()), "n=3;");
+    EXPECT_EQ(dataAt(root, (std::string(1'000'000, ';') + 'n' + std::string(1'000'000, ';')).c_str()), "n=3;");
+    EXPECT_EQ(fieldAt(root, std::string(1'000'000, ']').c_str()), "");
+}
+
+TEST_F(Dump, OfAnythingIsEmptyOnAPlainNode) {
+    DataNode node(Text("node"));
+    EXPECT_EQ(fieldAt(node, "Orbel") + fieldAt(node, "node") + fieldAt(node, "") + dataAt(node, "a;b[0]"), "");
 }
 
 TEST_F(Dump, OfFieldNamesRunsThemTogether) {

@@ -49,6 +49,11 @@ TEST(TypeLimits, KeepCountsBeyondWhatMemoryHoldsOut) {
     EXPECT_EQ(shapeOf(*object("T")), "o{p[],q[],s?,t=a}");
 }
 
+TEST(TypeLimits, TheLowestCountIsNoCount) {
+    DeclaredTypes types("Point = {string x;}; T = {string s[-2147483648]=a; Point p[-2147483648]=b;};");
+    EXPECT_EQ(shapeOf(*object("T")), "o{p[],s=a}");
+}
+
 TEST(TypeLimits, KeepSizesOfPathsBeyondWhatMemoryHoldsOut) {
     DeclaredTypes types("Point = {string x;};");
     Owned<DataStructure> root(Text("root"));

@@ -187,6 +187,55 @@ TEST_F(Configuration, NamesLongerThanItsBufferAreCut) {
     EXPECT_EQ(DataObject::s_sTypesFileName, kept);
 }
 
+TEST_F(Configuration, AFileVariableMayNameAnything) {
+    for (const std::string& path : {a, folder.path("missing"), folder.path("single.txt/inner")}) {
+        const Variable file("QX_OBJECTS_FILE", path);
+        console.takeMessages();
+        DataObject::readConfigFiles();
+        const std::string messages = console.takeMessages();
+        EXPECT_EQ(messages.substr(messages.find("DataObject: ")), reading(path) + unreadable(path));
+        EXPECT_EQ(names(), "");
+    }
+    const Variable dir("QX_OBJECTS_DIR", single);
+    EXPECT_EQ(readMessages(), deleting(0));
+}
+
+TEST_F(Configuration, NamesOfAnyLengthCanBeAskedFor) {
+    const std::string longName(100'000, 'n');
+    EXPECT_FALSE(DataObject::readTypesTable(Text(longName)));
+    EXPECT_EQ(console.takeMessages(), reading(longName) + unreadable(longName));
+    DataObject::readConfigFilesDir(Text(longName));
+    DataObject::readConfigFilesPath(Text(longName + ';' + longName + ';' + a));
+    EXPECT_EQ(console.takeMessages(), reading(inFolder(a, "one.qx")) + "\t\tCreating type: InA\n");
+    const Variable dir("QX_OBJECTS_DIR", a + std::string(5'000, '/'));
+    DataObject::readConfigFiles();
+    EXPECT_EQ(DataObject::s_sTypesFileName, (a + std::string(5'000, '/')).substr(0, 4'095));
+}
+
+TEST_F(Configuration, NullIsNoFolder) {
+    DataObject::set_ConfigFolder(Text(a));
+    DataObject::set_ConfigFolder(nullptr);
+    EXPECT_STREQ(DataObject::get_ConfigFolder(), "");
+    EXPECT_EQ(readNames(), "");
+}
+
+TEST_F(Configuration, FoldersMayEndWithASeparator) {
+    DataObject::set_ConfigFolder(Text(a + '/'));
+    EXPECT_EQ(readMessages(), reading(inFolder(a + '/', "one.qx")) + "\t\tCreating type: InA\n");
+}
+
+TEST_F(Configuration, AFolderWithBlanksIsReadByVariableAndTrimmedInAList) {
+    if (onWindows)
+        GTEST_SKIP() << "names cannot end in blanks";
+    const std::string blank = folder.path(" c ");
+    std::filesystem::create_directory(blank);
+    folder.write(" c /c.qx", "InC = {};");
+    DataObject::set_ConfigFolder(Text(blank));
+    EXPECT_EQ(readNames(), "");
+    const Variable dir("QX_OBJECTS_DIR", blank);
+    EXPECT_EQ(readNames(), "InC");
+}
+
 TEST_F(Configuration, PrintsLogAndSchemaOnRequest) {
     folder.write("a/two.qx", "Before = {InA in; string n[2];};");
     const std::string schema = "Type Before {\n\tInA in{\n\t\tValue a;\n\t};\n\tArray<Value> n[2];\n};\n"

@@ -1,3 +1,4 @@
+#include <support/NumberFormat.h>
 #include <support/Schema.h>
 
 #include <gtest/gtest.h>
@@ -151,6 +152,26 @@ TEST(DataObjectField, AStatementWithoutDefaultKeepsTheOldOne) {
     EXPECT_EQ(field.getSize(), 1);
 }
 
+TEST(DataObjectField, ParsesTextsOfItsOwn) {
+    DataObjectField field;
+    field.setType(Text("string b[2]=2"));
+    EXPECT_TRUE(field.parse(field.getType()));
+    EXPECT_STREQ(field.getType(), "string");
+    EXPECT_STREQ(field.getName(), "b");
+    EXPECT_EQ(field.getSize(), 2);
+    EXPECT_STREQ(field.getDefaultValue(), "2");
+    field.setName(Text("string c[3]=3"));
+    EXPECT_TRUE(field.parse(field.getName()));
+    EXPECT_STREQ(field.getName(), "c");
+    EXPECT_EQ(field.getSize(), 3);
+    EXPECT_STREQ(field.getDefaultValue(), "3");
+    field.setDefaultValue(Text("string d[4]=4"));
+    EXPECT_TRUE(field.parse(field.getDefaultValue()));
+    EXPECT_STREQ(field.getName(), "d");
+    EXPECT_EQ(field.getSize(), 4);
+    EXPECT_STREQ(field.getDefaultValue(), "4");
+}
+
 TEST(DataObjectField, AnUnknownTypeIsToldAndChangesNothing) {
     Console console;
     DataObjectField field;
@@ -212,6 +233,22 @@ TEST(DataObjectField, SpecShowsTheFieldsOfATypeWhenTheTableHasIt) {
     EXPECT_EQ(specOf(field, &schema.table), "Array<Point> pos[3]{\n\tValue x;\n\tValue y;\n};\n");
     field.setType(Text("Line"));
     EXPECT_EQ(specOf(field, &schema.table), "Array<Line> pos[3]{\n};\n");
+}
+
+TEST(DataObjectField, SpecWritesTheSizeInPlainDigits) {
+    DataObjectField field;
+    field.parse(Text("string x[12345]"));
+    EXPECT_EQ(writtenWithOtherNumbers([&](std::ostream& os) { field.dumpSpec(os, nullptr); }),
+              "Array<Value> x[12345];\n");
+}
+
+TEST(DataObjectField, SpecShowsASizeOfTwoOrMoreOnly) {
+    DataObjectField field;
+    field.parse(Text("string x"));
+    field.setSize(2147483647);
+    EXPECT_EQ(specOf(field), "Array<Value> x[2147483647];\n");
+    field.setSize(-2147483647 - 1);
+    EXPECT_EQ(specOf(field), "Value x;\n");
 }
 
 TEST(DataObjectField, SpecLeavesATabAsTheFillCharacter) {

@@ -144,6 +144,18 @@ TEST(DataObjectType, ParseGetNameKeepsTrailingLineEndsInTheName) {
     EXPECT_STREQ(NameSplit("Po int\r \t=x").name.c_str(), "Po int\r");
 }
 
+TEST(DataObjectType, ParseGetNameNeedsATextAndRoomForTheName) {
+    char name[] = "?";
+    char* none = nullptr;
+    EXPECT_FALSE(DataObjectType::parseGetName(nullptr, name));
+    EXPECT_FALSE(DataObjectType::parseGetName(&none, name));
+    EXPECT_STREQ(name, "?");
+    Text text("A = {}");
+    char* rest = text;
+    EXPECT_FALSE(DataObjectType::parseGetName(&rest, nullptr));
+    EXPECT_STREQ(rest, "A = {}");
+}
+
 TEST(DataObjectType, FieldsAreFoundByTheirOwnNameTextOnly) {
     DataObjectType type;
     DataObjectField* field = newField("string x");
@@ -289,6 +301,12 @@ TEST(DataObjectType, DescribesItsFieldsInTheOrderOfTheirNames) {
                                                     "string \t text;\n");
 }
 
+TEST(DataObjectType, DescribesEveryFieldOfOneName) {
+    Schema schema("Point = {}; T = {string b; string a[3]; Point a; string a;};");
+    EXPECT_EQ(descriptionOf(*schema.type("T")), "string \t a[3];\nPoint \t a;\nstring \t a;\nstring \t b;\n");
+    schema.type("T")->getFieldsDescription(nullptr);
+}
+
 TEST(DataObjectType, DescribesSizesBelowTwoWithoutABracket) {
     Schema schema("T = {string a[0]; string b[1]; string c[-4];};");
     EXPECT_EQ(descriptionOf(*schema.type("T")), "string \t a;\nstring \t b;\nstring \t c;\n");
@@ -331,4 +349,18 @@ TEST(DataObjectType, XmlListsTheFieldsOneLevelDeeper) {
                                             "\t<Point>pos</Point>\n"
                                             "\t<string>tags</string>\n"
                                             "</TYPE>\n");
+}
+
+TEST(DataObjectType, XmlIsFlushedAtItsEnd) {
+    class Counter : public std::stringbuf {
+    public:
+        int count = 0;
+
+    protected:
+        int sync() override { return ++count, 0; }
+    } counter;
+    std::ostream os(&counter);
+    Schema("Point = {string x;};").type("Point")->dumpXML(os);
+    EXPECT_EQ(counter.str(), "<TYPE name=Point>\n\t<string>x</string>\n</TYPE>\n");
+    EXPECT_EQ(counter.count, 1);
 }

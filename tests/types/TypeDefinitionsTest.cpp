@@ -52,6 +52,29 @@ TEST(TypeDefinitions, WindowsLineEndsAreBlanks) {
     EXPECT_EQ(schema.fields("B"), "A:a[1]=");
 }
 
+TEST(TypeDefinitions, ACarriageReturnIsKeptWhereBlanksAre) {
+    Schema schema("A\r\n= {string x = 1 \r\n; string y\r\n; string z[2\r\n]=2\r\n};");
+    EXPECT_EQ(schema.names(), "A\r\n");
+    EXPECT_EQ(schema.fields("A\r\n"), "string:x [1]=1 \r\n, string:y\r\n[1]=, string:z[2]=2\r\n");
+    EXPECT_EQ(schema.console.takeOutput(), "");
+}
+
+TEST(TypeDefinitions, ACarriageReturnAloneEndsNoComment) {
+    EXPECT_EQ(Schema("A = {};\r# note\rB = {};\rC = {};").names(), "A");
+    EXPECT_EQ(Schema("A = {};\rB = {};\r").names(), "A, B");
+    Schema schema("A = {string x;\r# note\rstring y;\r};");
+    EXPECT_EQ(schema.fields("A"), "string:x[1]=");
+}
+
+TEST(TypeDefinitions, CommentsInWindowsFilesEndWithTheirLine) {
+    Schema schema("# one\r\n# two\r\nA = {# three\r\nstring x;\r\n  # four; }\r\n};\r\n# five");
+    EXPECT_EQ(schema.names(), "A");
+    EXPECT_EQ(schema.fields("A"), "string:x[1]=");
+    Schema hidden("A = {\r\n# note\r\nstring x;\r\n};\r\n");
+    EXPECT_EQ(hidden.fields("A"), "");
+    EXPECT_EQ(hidden.console.takeOutput(), ignoredLine("\r\n# note\r\nstring x"));
+}
+
 TEST(TypeDefinitions, TypeNamesAreTrimmed) {
     Schema schema(" \t\r\nA \t= {}; Two words={}; B\n={}; ={};");
     EXPECT_EQ(schema.names(), "A, Two words, B\n, ");
