@@ -495,14 +495,16 @@ bool DataStructure::getFieldData(char* path, std::vector<char*>* out, int from, 
 }
 
 bool DataStructure::addLink(char* sourcePath, char* targetPath) {
-    DataField* source = getField(sourcePath, 0, 1);
-    if (!source)
+    const FieldWatch watch(*this);
+    std::vector<DataField*> source(1, getField(sourcePath, 0, 1));
+    const FieldListWatch sourceWatch(source);
+    if (watch.ended())
         return false;
-    const FieldWatch watch(*source);
+    // Contract: a kind in the target's path creates also when there is no source to follow.
     DataField* target = getField(targetPath, 0, 1);
-    if (!target || watch.ended())
+    if (!target || !source.front())
         return false;
-    source->addTargetLink(target);
+    source.front()->addTargetLink(target);
     return true;
 }
 
