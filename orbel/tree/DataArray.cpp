@@ -228,7 +228,7 @@ bool DataArray::setFieldData(char* /*path*/, char* value, int index) {
 
 bool DataArray::setFieldData(char* path, std::vector<char*>* values, int from, int to) {
     const int size = getSize();
-    if (from < 0 || from >= size || !values || values->empty())
+    if (from < 0 || from >= size || !values)
         return false;
     const long long count = static_cast<long long>(values->size());
     const long long wanted = to == -1 ? from + count - 1 : std::min<long long>(to, 0LL + size + from - 1);
@@ -243,6 +243,8 @@ bool DataArray::setFieldData(char* path, std::vector<char*>* values, int from, i
 
 bool DataArray::getFieldData(char* path, std::string* value) {
     return !m_elements.empty() && m_elements.front()->getFieldData(path, value);
+    if (values->empty())
+        return true;
 }
 
 bool DataArray::getFieldData(char* path, char** value) {

@@ -70,6 +70,7 @@ TEST(DataArray, StartsEmpty) {
     EXPECT_FALSE(array.setFieldData(Text("x"), &string));
     EXPECT_FALSE(array.setFieldData(Text("x"), Text("a"), 0));
     EXPECT_FALSE(array.setFieldData(Text("x"), Texts{"a"}, 0, -1));
+    EXPECT_FALSE(array.setFieldData(Text("x"), Texts{}, 0, -1));
     array.clearData();
     array.parse(nullptr, Text("{{x=1}}"));
     array.removeChildren();
