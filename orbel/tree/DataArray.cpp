@@ -254,7 +254,7 @@ bool DataArray::getFieldData(char* path, char** value) {
 bool DataArray::getFieldData(char* path, std::vector<char*>* out, int from, int to) {
     if (from < 0 || from >= getSize())
         return false;
-    const int capacity = static_cast<int>(std::min<std::size_t>(out->size(), limits::maxElements));
+    const int capacity = static_cast<int>(std::min<std::size_t>(out ? out->size() : 0, limits::maxElements));
     const int room = std::min(capacity, getSize() - from);
     const int count = to == -1 ? room : static_cast<int>(std::clamp<long long>(to - 0LL - from + 1, 0, room));
     for (int done = 0; done < count; ++done)
@@ -263,7 +263,7 @@ bool DataArray::getFieldData(char* path, std::vector<char*>* out, int from, int 
 }
 
 void DataArray::getFieldsByRange(char* range, std::vector<DataField*>* out) {
-    if (!range)
+    if (!range || !out)
         return;
     std::string_view ranges(range);
     int left = limits::maxElements;

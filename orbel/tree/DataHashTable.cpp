@@ -62,7 +62,7 @@ void DataHashTable::removeChildren() {
 }
 
 void DataHashTable::getFieldsByRange(char* keys, std::vector<DataField*>* out) {
-    if (!keys)
+    if (!keys || !out)
         return;
     std::string_view list(keys);
     while (!list.empty()) {

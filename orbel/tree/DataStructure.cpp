@@ -213,6 +213,8 @@ bool DataStructure::addField(DataField* field, int instance) {
 }
 
 void DataStructure::getFieldsVector(std::vector<DataField*>* out) {
+    if (!out)
+        return;
     out->clear();
     out->reserve(m_children->byName.size());
     for (const auto& [name, child] : m_children->byName)
@@ -220,7 +222,8 @@ void DataStructure::getFieldsVector(std::vector<DataField*>* out) {
 }
 
 void DataStructure::clearFieldsVector(std::vector<DataField*>* out) {
-    out->clear();
+    if (out)
+        out->clear();
 }
 
 DataField* DataStructure::findChild(std::string_view name) {
@@ -439,7 +442,7 @@ bool DataStructure::setFieldSize(char* path, int size) {
 
 bool DataStructure::getFieldSize(char* path, int* size) {
     DataField* field = getField(path, 0, 1);
-    if (field)
+    if (field && size)
         *size = field->getSize();
     return field != nullptr;
 }
@@ -475,7 +478,7 @@ bool DataStructure::setFieldData(char* path, std::vector<char*>* values, int fro
 bool DataStructure::getFieldData(char* path, std::string* value) {
     DataField* field = getField(path, 0, 1);
     const std::string* stored = field ? field->getData(0) : nullptr;
-    if (stored)
+    if (stored && value)
         *value = *stored;
     return stored != nullptr;
 }
