@@ -99,6 +99,8 @@ DataObject* DataHashTable::newObject(char* key) {
     if (DataObject* present = entryOf(text::viewOf(key)))
         return present;
     DataObject* element = appendElement();
+    if (!element)
+        return nullptr;
     const auto [entry, added] = m_entries.try_emplace(std::string(text::viewOf(key)), element);
     if (added)
         m_order.push_back(&*entry);

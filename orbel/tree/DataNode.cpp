@@ -236,8 +236,9 @@ void DataNode::executeCopyCommand(char* command) {
         return;
     AddressedRange to(text::cutAt(sourceText, '='));
     AddressedRange from(sourceText);
+    const FieldWatch watch(*this);
     DataField* target = getField(to.path.data(), 0, 1);
-    if (!target)
+    if (!target || watch.ended())
         return;
     const FieldWatch targetWatch(*target);
     DataField* source = getField(from.path.data(), 0, 1);

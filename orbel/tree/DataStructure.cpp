@@ -393,7 +393,10 @@ DataField* DataStructure::getFieldByIndex(int index) {
 bool DataStructure::registerHandler(char* path, DataHandler* handler, int index) {
     if (!handler)
         return false;
+    const FieldWatch watch(*this);
     DataField* found = getField(path, index, 1);
+    if (watch.ended())
+        return false;
     if (!found)
         found = findChild(limits::cutName(text::viewOf(path)));
     if (DataField* old = HandlerList::fieldOf(*handler)) {
