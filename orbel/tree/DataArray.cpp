@@ -86,8 +86,10 @@ void DataArray::setSize(int n) {
     if (n > limits::maxElements)
         return;
     const TypeBuild build(nullptr);
-    while (getSize() < n && TypeBuild::admitsElement())
-        appendElement();
+    const FieldWatch watch(*this);
+    while (!watch.ended() && getSize() < n && TypeBuild::admitsElement())
+        if (!appendElement())
+            return;
 }
 
 DataObject* DataArray::makeElement(int index) {
@@ -96,12 +98,23 @@ DataObject* DataArray::makeElement(int index) {
     DataObject* element = m_objectType->createObject();
     if (!element)
         element = new DataObject((std::string(m_objectType->getName()) + "-#" + std::to_string(index)).data());
+    const FieldWatch watch(*element);
     element->setObjectType(m_objectType);
-    return element;
+    return watch.ended() ? nullptr : element;
 }
 
+/// Null when what hears of the element's type has destroyed the element or the array.
 DataObject* DataArray::appendElement() {
+    const FieldWatch watch(*this);
     DataObject* element = makeElement(getSize());
+    if (!element)
+        return nullptr;
+    if (watch.ended()) {
+        element->deleteChildren();
+        if (element->getRef() == 0)
+            delete element;
+        return nullptr;
+    }
     const int index = getSize();
     m_elements.push_back(element);
     element->setParent(this, index);
@@ -228,8 +241,10 @@ bool DataArray::setFieldData(char* /*path*/, char* value, int index) {
 
 bool DataArray::setFieldData(char* path, std::vector<char*>* values, int from, int to) {
     const int size = getSize();
-    if (from < 0 || from >= size || !values || values->empty())
+    if (from < 0 || from >= size || !values)
         return false;
+    if (values->empty())
+        return true;
     const long long count = static_cast<long long>(values->size());
     const long long wanted = to == -1 ? from + count - 1 : std::min<long long>(to, 0LL + size + from - 1);
     const int last = static_cast<int>(std::min<long long>(wanted, size - 1));
@@ -252,16 +267,18 @@ bool DataArray::getFieldData(char* path, char** value) {
 bool DataArray::getFieldData(char* path, std::vector<char*>* out, int from, int to) {
     if (from < 0 || from >= getSize())
         return false;
-    const int capacity = static_cast<int>(std::min<std::size_t>(out->size(), limits::maxElements));
+    const int capacity = static_cast<int>(std::min<std::size_t>(out ? out->size() : 0, limits::maxElements));
     const int room = std::min(capacity, getSize() - from);
     const int count = to == -1 ? room : static_cast<int>(std::clamp<long long>(to - 0LL - from + 1, 0, room));
-    for (int done = 0; done < count; ++done)
-        getObject(from + done)->getFieldData(path, &(*out)[static_cast<std::size_t>(done)]);
+    const FieldWatch watch(*this);
+    for (int done = 0; done < count && !watch.ended(); ++done)
+        if (DataObject* element = getObject(from + done))
+            element->getFieldData(path, &(*out)[static_cast<std::size_t>(done)]);
     return true;
 }
 
 void DataArray::getFieldsByRange(char* range, std::vector<DataField*>* out) {
-    if (!range)
+    if (!range || !out)
         return;
     std::string_view ranges(range);
     int left = limits::maxElements;

@@ -49,7 +49,8 @@ public:
     bool setFieldData(char* path, std::string* value) override;
     bool setFieldData(char* path, char* value) override;
     bool setFieldData(char* path, char* value, int index) override;
-    /// One value for each element from `from` on; -1 as `to` stops with the values, else the last one repeats.
+    /// One value for each element from `from` on; -1 as `to` stops with the values, else the last one repeats. False
+    /// when there is no element `from`; an empty list stores nothing.
     bool setFieldData(char* path, std::vector<char*>* values, int from, int to) override;
     bool getFieldData(char* path, std::string* value) override;
     bool getFieldData(char* path, char** value) override;

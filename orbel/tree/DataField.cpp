@@ -282,8 +282,10 @@ void DataField::fireHandlers(bool changed, int from, int to) {
 }
 
 void DataField::fireOnTypeChange(char* typeName) {
+    char none[] = "";
+    char* told = typeName ? typeName : none;
     if (const auto list = m_handlers)
-        list->walk(*this, [&](DataHandler& handler) { handler.onTypeChange(*this, typeName); });
+        list->walk(*this, [&](DataHandler& handler) { handler.onTypeChange(*this, told); });
 }
 
 void DataField::countNotifyOnValueChange() {

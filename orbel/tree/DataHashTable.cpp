@@ -62,7 +62,7 @@ void DataHashTable::removeChildren() {
 }
 
 void DataHashTable::getFieldsByRange(char* keys, std::vector<DataField*>* out) {
-    if (!keys)
+    if (!keys || !out)
         return;
     std::string_view list(keys);
     while (!list.empty()) {
@@ -99,6 +99,8 @@ DataObject* DataHashTable::newObject(char* key) {
     if (DataObject* present = entryOf(text::viewOf(key)))
         return present;
     DataObject* element = appendElement();
+    if (!element)
+        return nullptr;
     const auto [entry, added] = m_entries.try_emplace(std::string(text::viewOf(key)), element);
     if (added)
         m_order.push_back(&*entry);

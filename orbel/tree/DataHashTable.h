@@ -38,7 +38,7 @@ public:
 
     /// The key of the entry that getObject(int) gives; valid as long as the entry exists.
     char* getObjectKey(int index);
-    /// The entry of this key, created when missing.
+    /// The entry of this key, created when missing. Null only when a handler has destroyed it meanwhile.
     DataObject* newObject(char* key);
 
     /// Hands `data` to the setData(char*, int) of the entry of this key. Contract: objects leave that empty; it is

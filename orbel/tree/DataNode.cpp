@@ -75,7 +75,8 @@ bool DataNode::addField(DataField* /*field*/, int /*instance*/) {
 }
 
 void DataNode::getFieldsVector(std::vector<DataField*>* out) {
-    out->clear();
+    if (out)
+        out->clear();
 }
 
 DataField* DataNode::getField(char* /*path*/, int /*index*/, int /*flag*/) {
@@ -225,7 +226,8 @@ void DataNode::parseCommand(char* textToRun, int index) {
 }
 
 void DataNode::getFieldsByRange(char* /*range*/, std::vector<DataField*>* out) {
-    out->assign(1, this);
+    if (out)
+        out->assign(1, this);
 }
 
 void DataNode::executeCopyCommand(char* command) {
@@ -234,8 +236,9 @@ void DataNode::executeCopyCommand(char* command) {
         return;
     AddressedRange to(text::cutAt(sourceText, '='));
     AddressedRange from(sourceText);
+    const FieldWatch watch(*this);
     DataField* target = getField(to.path.data(), 0, 1);
-    if (!target)
+    if (!target || watch.ended())
         return;
     const FieldWatch targetWatch(*target);
     DataField* source = getField(from.path.data(), 0, 1);

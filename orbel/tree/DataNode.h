@@ -47,9 +47,10 @@ public:
     virtual bool getFieldData(char* path, std::string* value);
     virtual bool getFieldData(char* path, char** value);
     virtual bool getFieldData(char* path, std::vector<char*>* out, int from, int to);
-    /// Runs one command "path = value"; repeated on every node that follows this one by a link. "*" in the path
-    /// stands for every child. Commands inside commands have an effect up to 64 levels deep, and one command up to
-    /// 1,048,576 times by "*" and by links, fewer when it is longer than 256 characters.
+    /// Runs one command "path = value", cutting the text up in place; first repeated, each time with a copy, on every
+    /// node that follows this one by a link. "*" in the path stands for every child. Commands inside commands have an
+    /// effect up to 64 levels deep, and one command up to 1,048,576 times by "*" and by links, fewer when it is longer
+    /// than 256 characters.
     virtual void executeCommand(char* command, int index);
     /// Runs a list of commands separated by ";" outside braces and doubled quotes.
     virtual void parseCommand(char* text, int index);

@@ -92,8 +92,11 @@ void DataObject::parse(char* /*indexSpec*/, char* text) {
 bool DataObject::registerHandler(char* path, DataHandler* handler, int index) {
     if (!handler)
         return false;
+    const FieldWatch watch(*this);
+    DataField* found = getField(path, index, 1);
+    // Only now: what a kind in the path calls may take the handler elsewhere, or this object away.
     DataField* old = HandlerList::fieldOf(*handler);
-    if (DataField* found = getField(path, index, 1)) {
+    if (found) {
         if (old == found)
             return true;
         if (old) {
@@ -105,11 +108,16 @@ bool DataObject::registerHandler(char* path, DataHandler* handler, int index) {
         found->registerHandler(handler);
         return true;
     }
-    for (DataNode* ancestor = getParent(); ancestor; ancestor = ancestor->getParent())
-        if (ancestor->getField(path, index, 1) || ancestor->isOfType(Orbel::getClassType()) != 0)
+    for (DataNode* ancestor = watch.ended() ? nullptr : getParent(); ancestor; ancestor = ancestor->getParent()) {
+        const FieldWatch ancestorWatch(*ancestor);
+        const bool hasPath = ancestor->getField(path, index, 1) != nullptr;
+        if (ancestorWatch.ended())
+            break;
+        if (hasPath || ancestor->isOfType(Orbel::getClassType()) != 0)
             return ancestor->registerHandler(path, handler, index);
-    if (old)
-        old->unregisterHandler(handler);
+    }
+    if (DataField* last = HandlerList::fieldOf(*handler))
+        last->unregisterHandler(handler);
     return false;
 }
 

@@ -213,6 +213,8 @@ bool DataStructure::addField(DataField* field, int instance) {
 }
 
 void DataStructure::getFieldsVector(std::vector<DataField*>* out) {
+    if (!out)
+        return;
     out->clear();
     out->reserve(m_children->byName.size());
     for (const auto& [name, child] : m_children->byName)
@@ -220,7 +222,8 @@ void DataStructure::getFieldsVector(std::vector<DataField*>* out) {
 }
 
 void DataStructure::clearFieldsVector(std::vector<DataField*>* out) {
-    out->clear();
+    if (out)
+        out->clear();
 }
 
 DataField* DataStructure::findChild(std::string_view name) {
@@ -390,7 +393,10 @@ DataField* DataStructure::getFieldByIndex(int index) {
 bool DataStructure::registerHandler(char* path, DataHandler* handler, int index) {
     if (!handler)
         return false;
+    const FieldWatch watch(*this);
     DataField* found = getField(path, index, 1);
+    if (watch.ended())
+        return false;
     if (!found)
         found = findChild(limits::cutName(text::viewOf(path)));
     if (DataField* old = HandlerList::fieldOf(*handler)) {
@@ -439,7 +445,7 @@ bool DataStructure::setFieldSize(char* path, int size) {
 
 bool DataStructure::getFieldSize(char* path, int* size) {
     DataField* field = getField(path, 0, 1);
-    if (field)
+    if (field && size)
         *size = field->getSize();
     return field != nullptr;
 }
@@ -475,7 +481,7 @@ bool DataStructure::setFieldData(char* path, std::vector<char*>* values, int fro
 bool DataStructure::getFieldData(char* path, std::string* value) {
     DataField* field = getField(path, 0, 1);
     const std::string* stored = field ? field->getData(0) : nullptr;
-    if (stored)
+    if (stored && value)
         *value = *stored;
     return stored != nullptr;
 }
@@ -495,14 +501,16 @@ bool DataStructure::getFieldData(char* path, std::vector<char*>* out, int from, 
 }
 
 bool DataStructure::addLink(char* sourcePath, char* targetPath) {
-    DataField* source = getField(sourcePath, 0, 1);
-    if (!source)
+    const FieldWatch watch(*this);
+    std::vector<DataField*> source(1, getField(sourcePath, 0, 1));
+    const FieldListWatch sourceWatch(source);
+    if (watch.ended())
         return false;
-    const FieldWatch watch(*source);
+    // Contract: a kind in the target's path creates also when there is no source to follow.
     DataField* target = getField(targetPath, 0, 1);
-    if (!target || watch.ended())
+    if (!target || !source.front())
         return false;
-    source->addTargetLink(target);
+    source.front()->addTargetLink(target);
     return true;
 }
 

@@ -69,7 +69,7 @@ public:
     DataField* getFieldByIndex(int index) override;
     void dump() override;
     /// Moves the handler to the field at `path`, which is created directly under this structure, named with the whole
-    /// path text, when the path names none. Always true.
+    /// path text, when the path names none. False only for a null handler, or when a handler destroys this structure.
     bool registerHandler(char* path, DataHandler* handler, int index) override;
     /// Takes the handler off its field. A field that nobody observes any more is removed from its parent, and deleted
     /// when nobody refers to it. False when the handler is on no field.

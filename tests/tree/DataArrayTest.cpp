@@ -70,6 +70,7 @@ TEST(DataArray, StartsEmpty) {
     EXPECT_FALSE(array.setFieldData(Text("x"), &string));
     EXPECT_FALSE(array.setFieldData(Text("x"), Text("a"), 0));
     EXPECT_FALSE(array.setFieldData(Text("x"), Texts{"a"}, 0, -1));
+    EXPECT_FALSE(array.setFieldData(Text("x"), Texts{}, 0, -1));
     array.clearData();
     array.parse(nullptr, Text("{{x=1}}"));
     array.removeChildren();
@@ -308,6 +309,50 @@ TEST_F(ThreePoints, RemovingSparesElementsThatSomebodyRefersTo) {
     EXPECT_EQ(kept->getRef(), 1);
     EXPECT_EQ(kept->getNumFields(), 0);
     delete kept;
+}
+
+TEST_F(ThreePoints, RemovingReleasesTheFieldsThatTheArrayRefersTo) {
+    int owner = 0;
+    DataField* held = x(0);
+    held->ref(&array, &array);
+    DataField* kept = x(1);
+    kept->ref(&array, &array);
+    kept->ref(&owner, nullptr);
+    EXPECT_EQ(kept->getRef(), 3);
+    array.removeChildren();
+    EXPECT_EQ(kept->getRef(), 1);
+    EXPECT_EQ(kept->getRefCalls(), 1);
+    EXPECT_EQ(kept->getParent(), nullptr);
+    delete kept;
+}
+
+TEST_F(ThreePoints, CommandsRunOnTheElementOfTheIndex) {
+    Text command("x = 5");
+    char* text = command;
+    array.executeCommand(text, 2);
+    EXPECT_EQ(xs(), (Values{" ", " ", "5"}));
+    EXPECT_STREQ(text, "x");
+    array.parseCommand(Text("x = 6; x = 7"), 1);
+    EXPECT_EQ(xs(), (Values{" ", "7", "5"}));
+    array.executeCommand(Text("x = 8"), 3);
+    array.executeCommand(Text("x = 8"), -1);
+    EXPECT_EQ(xs(), (Values{" ", "7", "5"}));
+}
+
+TEST_F(ThreePoints, WildcardsInAnElementStayThere) {
+    array.getObject(1)->addField(new DataValue(Text("y")), 0);
+    array.executeCommand(Text("* = 9"), 1);
+    EXPECT_EQ(xs(), (Values{" ", "9", " "}));
+    EXPECT_EQ(*array.getField(Text("y"), 1, 0)->getData(0), "9");
+}
+
+TEST_F(ThreePoints, ArePassedSetsByTheLinksOfTheArray) {
+    SceneTree follower;
+    array.addTargetLink(follower.points);
+    array.executeCommand(Text("x = 4"), 2);
+    EXPECT_EQ(xs(), (Values{" ", " ", "4"}));
+    EXPECT_EQ(*follower.xOfPoint(2)->getData(0), "4");
+    EXPECT_EQ(*follower.xOfPoint(0)->getData(0), " ");
 }
 
 TEST_F(ThreePoints, ClearLinksReachesElements) {

@@ -74,6 +74,16 @@ TEST_F(TypedArray, TypesItsElementsAndTellsThemFirst) {
     EXPECT_EQ(array.getNumFields(), 2);
 }
 
+TEST_F(TypedArray, KeepsItsOldTypeWhileElementsHearOfTheNew) {
+    std::string seen;
+    onElement.onceThen([&] { seen = shapeOf(array) + (array.getObjectType() ? " typed" : " untyped"); });
+    array.setObjectType(point);
+    EXPECT_EQ(seen, "a[Item-#0{x=0,y=0},Item-#1{}] untyped");
+    onArray.onceThen([&] { seen = shapeOf(array) + ' ' + array.getObjectTypeName(); });
+    array.setObjectType(types["Label"]);
+    EXPECT_EQ(seen, "a[Item-#0{text=Hi},Item-#1{text=Hi}] Label");
+}
+
 TEST_F(TypedArray, NamesItsElementsByTypeAndPosition) {
     array.setObjectType(point);
     array.setSize(3);
@@ -217,7 +227,9 @@ TEST_F(ThreeTypedPoints, TakeValuesBetweenAnyBounds) {
 }
 
 TEST_F(ThreeTypedPoints, TakeNoValuesFromAnEmptyList) {
-    EXPECT_FALSE(array.setFieldData(Text("x"), Texts{}, 0, -1));
+    EXPECT_TRUE(array.setFieldData(Text("x"), Texts{}, 0, -1));
+    EXPECT_TRUE(array.setFieldData(Text("x"), Texts{}, 0, 2));
+    EXPECT_FALSE(array.setFieldData(Text("x"), Texts{}, 3, -1));
     EXPECT_FALSE(array.setFieldData(Text("x"), static_cast<std::vector<char*>*>(nullptr), 0, -1));
     EXPECT_EQ(xs(), "1 2 3");
 }

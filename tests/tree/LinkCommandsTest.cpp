@@ -165,6 +165,33 @@ TEST_F(LinkCommands, CreateThroughKinds) {
     EXPECT_EQ(text("fresh"), "1");
 }
 
+TEST_F(LinkCommands, CreateTheTargetThoughTheSourceIsMissing) {
+    EXPECT_FALSE(root.addLink(Text("missing"), Text("string:fresh")));
+    ASSERT_NE(at("fresh"), nullptr);
+    EXPECT_EQ(sourceOf("fresh"), "-");
+    run("string:other = missing");
+    ASSERT_NE(at("other"), nullptr);
+    EXPECT_EQ(at("other")->getDataInitialized(), 0);
+    EXPECT_FALSE(root.addLink(Text("string:new"), Text("missing")));
+    EXPECT_NE(at("new"), nullptr);
+}
+
+TEST_F(LinkCommands, LetHandlersOfTheTargetSeeTheOldSource) {
+    link("b = a");
+    set("a", "old");
+    Diary diary;
+    RecordingHandler onTarget(diary, "T");
+    RecordingHandler onSource(diary, "S");
+    at("b")->registerHandler(&onTarget);
+    at("a")->registerHandler(&onSource);
+    std::string seen;
+    diary.take();
+    onTarget.onceThen([&] { seen = text("a") + ' ' + text("b"); });
+    set("a", "new");
+    EXPECT_EQ(seen, "old new");
+    EXPECT_EQ(diary.take(), "T changed, S changed");
+}
+
 TEST_F(LinkCommands, RefuseACycleAndCopyAllTheSame) {
     set("a", "from a");
     set("b", "from b");

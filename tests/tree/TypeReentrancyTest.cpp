@@ -266,3 +266,133 @@ TEST(TypeReadingReentrancy, PrintingMayReadTheTypesAnew) {
     DataObject::readConfigFiles();
     EXPECT_NE(DataObject::getTypesTable(), nullptr);
 }
+
+namespace {
+
+/// What the first object that a type's function makes is observed by.
+DataHandler* observer = nullptr;
+
+DataObject* makeObservedOnce(char* typeName) {
+    auto* made = new DataObject(typeName);
+    if (DataHandler* handler = std::exchange(observer, nullptr))
+        made->registerHandler(handler);
+    return made;
+}
+
+/// An array or a table whose next element is observed by E.
+template <class Array>
+struct GrowingArray {
+    GrowingArray() {
+        types["Point"]->setCreateObjectFunc(makeObservedOnce);
+        array->setObjectType(types["Point"]);
+        observer = &handler;
+    }
+
+    DeclaredTypes types{typesText};
+    Diary diary;
+    RecordingHandler handler{diary, "E"};
+    Tree<Array> array{new Array(Text("a"))};
+};
+
+} // namespace
+
+TEST(NewElement, MayDeleteTheArrayThatGrows) {
+    GrowingArray<DataArray> growing;
+    growing.handler.onceThen([&] { growing.array.reset(); });
+    growing.array->setSize(3);
+    EXPECT_EQ(growing.diary.take(), "E type Point");
+    EXPECT_EQ(growing.array, nullptr);
+}
+
+TEST(NewElement, MayDeleteItself) {
+    GrowingArray<DataArray> growing;
+    growing.handler.onceThen([&] {
+        DataNode* element = static_cast<DataNode*>(growing.handler.getField());
+        element->deleteChildren();
+        delete element;
+    });
+    growing.array->setSize(3);
+    EXPECT_EQ(shapeOf(*growing.array), "a[]");
+    growing.array->setSize(1);
+    EXPECT_EQ(shapeOf(*growing.array), "a[Point{x=0}]");
+}
+
+TEST(NewElement, MayDeleteTheTableThatAsks) {
+    GrowingArray<DataHashTable> growing;
+    growing.handler.onceThen([&] { growing.array.reset(); });
+    EXPECT_EQ(growing.array->newObject(Text("Oslo")), nullptr);
+    EXPECT_EQ(growing.array, nullptr);
+}
+
+namespace {
+
+/// A root with the array "points" of three objects and a value x in the first; H observes it and hears of the marker
+/// that "string:x" leaves there.
+struct MarkedElement {
+    MarkedElement() {
+        root->addField(points, 0);
+        points->setSize(3);
+        auto* x = new DataValue(Text("x"));
+        points->getObject(0)->addField(x, 0);
+        x->setData("1");
+        x->registerHandler(&handler);
+        diary.take();
+    }
+
+    Diary diary;
+    RecordingHandler handler{diary, "H"};
+    Tree<Orbel> root{new Orbel(Text("root"))};
+    DataArray* points = new DataArray(Text("points"));
+};
+
+} // namespace
+
+TEST(MarkedFields, MayEmptyTheArrayThatIsRead) {
+    MarkedElement marked;
+    marked.handler.onceThen([&] { deleteSubtree(*marked.points); });
+    std::vector<char*> texts(3);
+    EXPECT_TRUE(marked.points->getFieldData(Text("string:x"), &texts, 0, -1));
+    EXPECT_EQ(marked.diary.take(), "H same");
+    EXPECT_EQ(texts, (std::vector<char*>{nullptr, nullptr, nullptr}));
+}
+
+TEST(MarkedFields, MayDeleteTheFieldThatTheirNewHandlerLeaves) {
+    MarkedElement marked;
+    RecordingHandler moving(marked.diary, "M");
+    auto* old = new DataValue(Text("old"));
+    old->registerHandler(&moving);
+    marked.handler.onceThen([&] { delete old; });
+    EXPECT_TRUE(marked.points->registerHandler(Text("string:x"), &moving, 0));
+    EXPECT_EQ(moving.getField(), marked.points->getField(Text("x"), 0, 0));
+}
+
+TEST(MarkedFields, MayDeleteTheObjectThatRegisters) {
+    MarkedElement marked;
+    RecordingHandler moving(marked.diary, "M");
+    marked.handler.onceThen([&] { deleteSubtree(*marked.points); });
+    EXPECT_FALSE(marked.points->getObject(0)->registerHandler(Text("string:x"), &moving, 0));
+    EXPECT_EQ(moving.getField(), nullptr);
+}
+
+TEST(MarkedFields, MayDeleteTheStructureThatRegistersLinksOrCopies) {
+    for (const int way : {0, 1, 2}) {
+        Diary diary;
+        RecordingHandler handler(diary, "H");
+        RecordingHandler moving(diary, "M");
+        Tree<DataStructure> root(new DataStructure(Text("root")));
+        auto* x = new DataValue(Text("x"));
+        root->addField(x, 0);
+        x->setData("1");
+        x->registerHandler(&handler);
+        handler.onceThen([&] { root.reset(); });
+        DataStructure* asked = root.get();
+        if (way == 0)
+            EXPECT_FALSE(asked->registerHandler(Text("string:x"), &moving, 0));
+        else if (way == 1)
+            EXPECT_FALSE(asked->addLink(Text("string:x"), Text("y")));
+        else
+            asked->executeCopyCommand(Text("string:x = y"));
+        EXPECT_EQ(root, nullptr);
+        EXPECT_EQ(moving.getField(), nullptr);
+    }
+}
