@@ -145,7 +145,7 @@ void DataArray::parse(char* range, char* textToRead) {
         const text::IndexRange bounds = text::readIndexRange(ranges);
         if (bounds.start == -1)
             return;
-        const int last = std::min(std::max(bounds.end, bounds.end == -1 ? bounds.start : bounds.end), getSize() - 1);
+        const int last = std::min(bounds.end == -1 ? bounds.start : bounds.end, getSize() - 1);
         for (int index = bounds.start; index <= last && giveTo(index);)
             ++index;
         if (watch.ended())
@@ -287,12 +287,10 @@ void DataArray::getFieldsByRange(char* range, std::vector<DataField*>* out) {
         const text::IndexRange bounds = text::readIndexRange(ranges);
         const int first = std::max(bounds.start, 0);
         const long long wanted = std::max(bounds.end, first) - 0LL - first + 1;
-        const int present =
-            static_cast<int>(std::clamp<long long>(getSize() - 0LL - first, 0, std::min(wanted, 0LL + left)));
-        out->insert(out->end(), m_elements.begin() + std::min(first, getSize()),
-                    m_elements.begin() + std::min(first, getSize()) + present);
-        const int missing =
-            static_cast<int>(std::min<long long>(wanted - present, std::min(missingLeft, left - present)));
+        const auto start = m_elements.begin() + std::min(first, getSize());
+        const auto present = static_cast<int>(std::min<long long>({m_elements.end() - start, wanted, left}));
+        out->insert(out->end(), start, start + present);
+        const auto missing = static_cast<int>(std::min<long long>({wanted - present, missingLeft, left - present}));
         out->insert(out->end(), static_cast<std::size_t>(missing), nullptr);
         left -= present + missing;
         missingLeft -= missing;
