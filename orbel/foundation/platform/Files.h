@@ -19,6 +19,9 @@ using File = std::unique_ptr<std::FILE, FileCloser>;
 /// Null when there is no such file, it may not be read, or it is a folder.
 File openForReading(const char* path);
 
+/// The same, with line ends as the platform's texts have them.
+File openText(const char* path);
+
 /// The names, without the folder, of the regular files in a folder that begin and end with these texts; empty when
 /// the folder cannot be read or its name is empty. Windows: in the order of the file system and without regard to
 /// case. Elsewhere: in ascending byte order, case counts, and a symbolic link to a regular file is one.

@@ -34,6 +34,10 @@ File openForReading(const char* path) {
     return file;
 }
 
+File openText(const char* path) {
+    return openForReading(path);
+}
+
 std::vector<std::string> listFolder(const std::string& folder, std::string_view prefix, std::string_view suffix) {
     std::vector<std::string> names;
     std::error_code error;

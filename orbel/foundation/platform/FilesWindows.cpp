@@ -40,6 +40,10 @@ File openForReading(const char* path) {
     return File(path ? std::fopen(path, "rb") : nullptr);
 }
 
+File openText(const char* path) {
+    return File(path ? std::fopen(path, "r") : nullptr);
+}
+
 std::vector<std::string> listFolder(const std::string& folder, std::string_view prefix, std::string_view suffix) {
     std::vector<std::string> names;
     if (folder.empty())

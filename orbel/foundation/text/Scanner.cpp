@@ -1,6 +1,7 @@
 #include "Scanner.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
 #include <limits>
 
@@ -89,6 +90,14 @@ int readSignedNumber(std::string_view text) {
     number = isNegative ? -number : number;
     return static_cast<int>(
         std::clamp<long long>(number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+}
+
+unsigned readHexadecimal(std::string_view text) {
+    constexpr unsigned tooLarge = 0x10000;
+    skipBlanks(text);
+    unsigned number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
+    return error == std::errc() && number < tooLarge ? number : 0;
 }
 
 IndexRange readIndexRange(std::string_view& rest) {

@@ -27,6 +27,9 @@ int readNumber(std::string_view text);
 /// does not go on with a digit.
 int readSignedNumber(std::string_view text);
 
+/// The hexadecimal number after leading blanks; 0 when there is none and when it is 0x10000 or more.
+unsigned readHexadecimal(std::string_view text);
+
 struct IndexRange {
     int start = -1;
     int end = -1;

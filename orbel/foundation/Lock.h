@@ -1,0 +1,27 @@
+#ifndef ORBEL_FOUNDATION_LOCK_H
+#define ORBEL_FOUNDATION_LOCK_H
+
+#include <orbel/foundation/Export.h>
+
+class CriticalSection;
+
+namespace QX {
+
+/// A lock between threads of one process. The thread that holds it may enter it again, and leaves it as often.
+class ORBEL_API Lock {
+public:
+    Lock();
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+    virtual ~Lock();
+
+    void Enter();
+    void Leave();
+
+private:
+    CriticalSection* m_section;
+};
+
+} // namespace QX
+
+#endif

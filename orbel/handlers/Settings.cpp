@@ -1,0 +1,61 @@
+#include "Settings.h"
+
+#include <orbel/tree/DataObject.h>
+
+#include "../foundation/text/FixedText.h"
+#include "../foundation/text/LineReader.h"
+#include "../foundation/text/Scanner.h"
+
+#include <string>
+
+namespace {
+
+constexpr std::size_t maxLineLength = 511;
+
+bool readFlag(std::string_view value) {
+    return text::readSignedNumber(value) != 0;
+}
+
+void setFolder(Settings& settings, std::string_view value) {
+    value.remove_prefix(std::min(value.find_first_not_of(" \t"), value.size()));
+    std::string folder(value.substr(0, value.find_last_not_of("\n\r ") + 1));
+    text::copyCut(settings.configurationFolder, folder.c_str());
+    DataObject::set_ConfigFolder(folder.data());
+}
+
+struct Key {
+    std::string_view name;
+    void (*store)(Settings&, std::string_view value);
+};
+
+constexpr Key keys[] = {
+    {"MultiOrbel", [](Settings& to, std::string_view value) { to.multiOrbel = text::readSignedNumber(value); }},
+    {"Nof_Extra_Types",
+     [](Settings&, std::string_view value) { DataObject::set_NofExtraTypes(text::readSignedNumber(value)); }},
+    {"ConfigurationFolder", setFolder},
+    {"RefreshAlways", [](Settings& to, std::string_view value) { to.refreshAlways = readFlag(value); }},
+    {"CheckMaterialIfExists", [](Settings& to, std::string_view value) { to.checkMaterialIfExists = readFlag(value); }},
+    {"CheckImageIfExists", [](Settings& to, std::string_view value) { to.checkImageIfExists = readFlag(value); }},
+};
+
+void readLine(Settings& settings, std::string_view line) {
+    const std::size_t equals = line.find('=');
+    if (line.substr(0, 1) == "#" || equals == std::string_view::npos)
+        return;
+    for (const Key& key : keys)
+        // Contract: a longer word that begins with the name is the key too; settings files in use rely on it.
+        if (text::equalsIgnoringCase(line.substr(0, key.name.size()), key.name)) {
+            key.store(settings, line.substr(equals + 1));
+            return;
+        }
+}
+
+} // namespace
+
+void readSettings(Settings& settings) {
+    settings.multiOrbel = 0;
+    setFolder(settings, ".");
+    text::LineReader lines(files::openText("./Orbel.ini"), maxLineLength);
+    while (const auto line = lines.next())
+        readLine(settings, *line);
+}

@@ -1,0 +1,74 @@
+#include "AllPluginPreSets.h"
+
+#include <orbel/foundation/AutoLock.h>
+
+#include "../foundation/text/LineReader.h"
+#include "TableText.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <iterator>
+
+namespace {
+
+constexpr std::size_t shortestLine = 3;
+
+std::vector<std::string> fieldsOf(std::string_view line) {
+    const auto fields = tables::splitFields(line, ',');
+    std::vector<std::string> texts;
+    texts.reserve(fields.size());
+    std::transform(fields.begin(), fields.end(), std::back_inserter(texts),
+                   [](std::string_view field) { return std::string(tables::normalizeValue(field)); });
+    return texts;
+}
+
+} // namespace
+
+AllPluginPreSets::AllPluginPreSets(std::string_view folder) {
+    const QX::AutoLock hold(m_lock);
+    const char* variable = std::getenv("QX_OBJECTS_DIR");
+    // Contract: always a slash, and the folder as it is written.
+    readFile((variable ? std::string(variable) : std::string(folder)) + "/QX_PreSets.csv");
+}
+
+PluginPreSets* AllPluginPreSets::find(std::string_view pluginName) const {
+    const auto plugin = m_plugins.find(pluginName);
+    return plugin == m_plugins.end() ? nullptr : plugin->second.get();
+}
+
+void AllPluginPreSets::readFile(const std::string& path) {
+    text::LineReader lines(files::openText(path.c_str()), tables::maxLineLength);
+    if (!lines.isOpen())
+        return;
+    std::cout << "\nReading Orbel PreSets file " << path << std::endl;
+    bool first = true;
+    PluginPreSets* current = nullptr;
+    while (const auto line = lines.next()) {
+        if (first)
+            if (const auto version = tables::readMarked(*line, "__VERSION__")) {
+                if (!tables::printVersion(*version))
+                    return;
+                first = false;
+                continue;
+            }
+        if (line->substr(0, 1) == "," || line->size() < shortestLine)
+            continue;
+        first = false;
+        if (const auto plugin = tables::readMarked(*line, "__PLUGIN__")) {
+            if (plugin->token)
+                current = &presetsFor(tables::normalizeKey(*plugin->token));
+        } else if (current) {
+            current->readLine(fieldsOf(*line));
+        }
+    }
+}
+
+PluginPreSets& AllPluginPreSets::presetsFor(std::string_view pluginName) {
+    auto [plugin, isNew] = m_plugins.try_emplace(std::string(pluginName));
+    if (isNew) {
+        plugin->second = std::make_unique<PluginPreSets>();
+        std::cout << "    Adding plugin : " << pluginName << std::endl;
+    }
+    return *plugin->second;
+}

@@ -1,0 +1,112 @@
+#include "ConversionTables.h"
+
+#include "../foundation/text/LineReader.h"
+#include "../foundation/text/Scanner.h"
+#include "TableText.h"
+
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+constexpr std::string_view defaultKey = "__DEFAULT__";
+constexpr std::string_view delimiterMarker = "__DELIMITER__";
+constexpr std::size_t maxDelimiters = 15;
+
+/// Reads the lines of one file; tells what it meets.
+class Reader {
+public:
+    /// False when the rest of the file is to be left alone.
+    template <class OnTable, class OnRow>
+    bool read(std::string_view line, OnTable onTable, OnRow onRow) {
+        if (m_first)
+            if (const auto version = tables::readMarked(line, "__VERSION__")) {
+                m_first = false;
+                return tables::printVersion(*version);
+            }
+        if (line.substr(0, 1) == ",")
+            return true;
+        m_first = false;
+        if (const auto table = tables::readMarked(line, "__TABLE__")) {
+            if (table->token)
+                onTable(tables::normalizeKey(*table->token));
+            return true;
+        }
+        if (!readDelimiter(line))
+            readRow(line, onRow);
+        return true;
+    }
+
+private:
+    bool readDelimiter(std::string_view line) {
+        if (line.substr(0, delimiterMarker.size()) != delimiterMarker || line.size() <= delimiterMarker.size())
+            return false;
+        if (line.find(',') == std::string_view::npos) {
+            // Contract: only the first of the delimiters goes; files in use rely on the line end staying one.
+            m_delimiters.replace(0, 1, ",");
+            return true;
+        }
+        tables::cutToken(line, ",");
+        if (const auto token = tables::cutToken(line, ","))
+            m_delimiters = token->substr(0, maxDelimiters);
+        return true;
+    }
+
+    template <class OnRow>
+    void readRow(std::string_view line, OnRow onRow) const {
+        const auto key = tables::cutToken(line, m_delimiters);
+        const auto value = tables::cutToken(line, m_delimiters);
+        if (key && value)
+            onRow(tables::normalizeKey(*key), tables::normalizeValue(*value));
+    }
+
+    bool m_first = true;
+    std::string m_delimiters = ",";
+};
+
+} // namespace
+
+ConversionTables::ConversionTables(std::string_view folders) {
+    const char* variable = std::getenv("QX_OBJECTS_DIR");
+    std::string_view rest = variable ? std::string_view(variable) : folders;
+    while (!rest.empty()) {
+        const std::string folder(tables::trimFolder(text::cutAt(rest, ';')));
+        for (const std::string& name : files::listFolder(folder, "QX_ConvTables", ".csv"))
+            readFile(files::joinPath(folder, name));
+    }
+}
+
+void ConversionTables::readFile(const std::string& path) {
+    text::LineReader lines(files::openText(path.c_str()), tables::maxLineLength);
+    if (!lines.isOpen())
+        return;
+    std::cout << "\nReading Orbel Conversion Tables file " << path << std::endl;
+    Reader reader;
+    Table* current = nullptr;
+    const auto onTable = [&](std::string_view name) { current = &tableFor(name); };
+    const auto onRow = [&](std::string_view key, std::string_view value) {
+        if (current)
+            current->try_emplace(std::string(key), value);
+    };
+    while (const auto line = lines.next())
+        if (!reader.read(*line, onTable, onRow))
+            return;
+}
+
+ConversionTables::Table& ConversionTables::tableFor(std::string_view name) {
+    const auto [table, isNew] = m_tables.try_emplace(std::string(name));
+    if (isNew)
+        std::cout << "    Adding table : " << name << std::endl;
+    return table->second;
+}
+
+const std::string& ConversionTables::lookup(std::string_view tableName, std::string_view value) const {
+    static const std::string none;
+    const auto table = m_tables.find(tables::normalizeKey(tableName));
+    if (table == m_tables.end())
+        return none;
+    auto entry = table->second.find(tables::normalizeKey(value));
+    if (entry == table->second.end())
+        entry = table->second.find(defaultKey);
+    return entry == table->second.end() ? none : entry->second;
+}

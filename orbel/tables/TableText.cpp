@@ -1,0 +1,75 @@
+#include "TableText.h"
+
+#include <algorithm>
+#include <iostream>
+
+namespace tables {
+
+namespace {
+
+constexpr std::size_t maxFields = 64;
+constexpr std::size_t shortestToken = 3;
+
+std::string_view withoutEnd(std::string_view text, std::string_view unwanted) {
+    return text.substr(0, text.find_last_not_of(unwanted) + 1);
+}
+
+} // namespace
+
+std::string_view normalizeKey(std::string_view text) {
+    text = withoutEnd(text, " \t\n\r");
+    const std::size_t start = text.find_first_not_of(" \t");
+    return start == std::string_view::npos ? std::string_view() : text.substr(start);
+}
+
+std::string_view normalizeValue(std::string_view text) {
+    return withoutEnd(text, "\n\r");
+}
+
+std::string_view trimFolder(std::string_view text) {
+    constexpr std::string_view whiteSpace = " \f\n\r\t\v";
+    text = withoutEnd(text, whiteSpace);
+    return text.substr(std::min(text.find_first_not_of(whiteSpace), text.size()));
+}
+
+std::optional<std::string_view> cutToken(std::string_view& rest, std::string_view separators) {
+    const std::size_t start = rest.find_first_not_of(separators);
+    if (start == std::string_view::npos) {
+        rest = {};
+        return std::nullopt;
+    }
+    rest.remove_prefix(start);
+    const std::size_t end = rest.find_first_of(separators);
+    const std::string_view token = rest.substr(0, end);
+    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    return token;
+}
+
+std::optional<Marked> readMarked(std::string_view line, std::string_view marker) {
+    if (line.substr(0, marker.size()) != marker || line.size() < marker.size() + shortestToken ||
+        line.find(',') == std::string_view::npos)
+        return std::nullopt;
+    // Contract: the marker is the first token, however it goes on in front of the first ",".
+    cutToken(line, ",");
+    return Marked{cutToken(line, ",")};
+}
+
+bool printVersion(const Marked& version) {
+    if (version.token)
+        std::cout << "    File format version : " << normalizeKey(*version.token) << std::endl;
+    return version.token.has_value();
+}
+
+std::vector<std::string_view> splitFields(std::string_view line, char separator) {
+    std::vector<std::string_view> fields;
+    while (fields.size() < maxFields) {
+        const std::size_t at = line.find(separator);
+        fields.push_back(line.substr(0, at));
+        if (at == std::string_view::npos)
+            break;
+        line.remove_prefix(at + 1);
+    }
+    return fields;
+}
+
+} // namespace tables

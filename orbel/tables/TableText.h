@@ -1,0 +1,46 @@
+#ifndef ORBEL_TABLES_TABLETEXT_H
+#define ORBEL_TABLES_TABLETEXT_H
+
+#include <optional>
+#include <string_view>
+#include <vector>
+
+/// What the text tables share: how their lines are taken apart. The line end counts as part of a line and of its last
+/// token until it is stripped.
+namespace tables {
+
+/// The longest line of a table file, with its line end; a longer one is read in pieces.
+constexpr int maxLineLength = 1'023;
+
+/// Keys and names: without leading spaces and tabs, and without spaces, tabs and line ends at the end.
+std::string_view normalizeKey(std::string_view text);
+
+/// Names of folders: without white space at both ends.
+std::string_view trimFolder(std::string_view text);
+
+/// Values: without line ends at the end.
+std::string_view normalizeValue(std::string_view text);
+
+/// Consumes the next token; any number of separators in a row counts as one. Nothing when no token is left.
+std::optional<std::string_view> cutToken(std::string_view& rest, std::string_view separators);
+
+/// What stands behind a marker.
+struct Marked {
+    /// The token behind the marker; nothing when the line ends before it.
+    std::optional<std::string_view> token;
+};
+
+/// Reads "__MARKER__,token": a line that begins with the marker, is at least three characters longer and holds a ",".
+/// Nothing for any other line.
+std::optional<Marked> readMarked(std::string_view line, std::string_view marker);
+
+/// Prints the version that a version line tells; false when the line ends before it.
+bool printVersion(const Marked& version);
+
+/// The fields of a line, at most 64: adjacent separators have an empty field between them, and the text behind the
+/// last one is a field of its own.
+std::vector<std::string_view> splitFields(std::string_view line, char separator);
+
+} // namespace tables
+
+#endif
