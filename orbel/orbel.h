@@ -11,6 +11,9 @@
 #include <orbel/foundation/Export.h>
 #include <orbel/foundation/StandardOutputBuffer.h>
 #include <orbel/foundation/WideStandardOutputBuffer.h>
+#include <orbel/handlers/IDataHandler.h>
+#include <orbel/handlers/IDataHandlerImpl.h>
+#include <orbel/tables/PluginPreSets.h>
 #include <orbel/tree/DataArray.h>
 #include <orbel/tree/DataBaseType.h>
 #include <orbel/tree/DataField.h>

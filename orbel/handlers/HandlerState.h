@@ -9,6 +9,8 @@
 
 #include <memory>
 
+class BridgeWatch;
+
 /// All state of the handler framework that is kept per process.
 struct HandlerState {
     Settings settings;
@@ -16,6 +18,8 @@ struct HandlerState {
     std::unique_ptr<CaseTable> cases;
     std::shared_ptr<AllPluginPreSets> presets;
     SceneRegistry scenes;
+    /// The operations under way, innermost first.
+    BridgeWatch* watches = nullptr;
 };
 
 /// Made on first use: plug-ins may ask for a tree while they are being loaded.

@@ -5,6 +5,7 @@
 #include <orbel/tree/Orbel.h>
 
 #include "../foundation/text/FixedText.h"
+#include "BridgeWatch.h"
 #include "HandlerState.h"
 
 #include <algorithm>
@@ -14,7 +15,7 @@
 
 namespace {
 
-const std::string stars(80, '*');
+constexpr std::string_view stars = "********************************************************************************";
 
 std::string converted(DataHandler& handler, std::string_view value) {
     const auto& tables = handlerState().conversions;
@@ -24,7 +25,8 @@ std::string converted(DataHandler& handler, std::string_view value) {
 } // namespace
 
 void OrbelGetVersion(char* out) {
-    std::snprintf(out, 32, "%d.%d.%d.%d %s", 2, 13, 6, 1473, "");
+    if (out)
+        std::snprintf(out, 32, "%d.%d.%d.%d %s", 2, 13, 6, 1473, "");
 }
 
 void IDataHandlerImpl::init() {
@@ -32,8 +34,7 @@ void IDataHandlerImpl::init() {
     OrbelGetVersion(version);
     std::cout << "\n\n" << stars << "\n\t Orbel Version: " << version << std::endl;
     HandlerState& state = handlerState();
-    if (state.settings.multiOrbel == -1)
-        readSettings(state.settings);
+    readSettings(state.settings);
     if (!state.conversions)
         state.conversions = std::make_unique<ConversionTables>(state.settings.configurationFolder);
     if (!state.cases)
@@ -90,8 +91,12 @@ bool IDataHandlerImpl::toLower(wchar_t* character) {
 }
 
 IDataHandlerImpl::IDataHandlerImpl(IDataHandler* owner, int sceneId)
-    : DataHandler(owner->getPluginName()), m_owner(owner), m_sceneId(sceneId) {
+    : DataHandler(owner ? owner->getPluginName() : nullptr), m_owner(owner), m_sceneId(sceneId) {
     tree();
+}
+
+IDataHandlerImpl::~IDataHandlerImpl() {
+    BridgeWatch::bridgeEnds(*this);
 }
 
 Orbel* IDataHandlerImpl::tree() {
@@ -99,12 +104,12 @@ Orbel* IDataHandlerImpl::tree() {
 }
 
 void IDataHandlerImpl::dump() {
-    m_owner->dump();
+    if (m_owner)
+        m_owner->dump();
 }
 
-/// Whether a change that is none is to be kept from the owner: never the first one.
 bool IDataHandlerImpl::isSuppressed(bool changed) {
-    return m_flags != 0 && !changed && getNotifyOnValueChange() != 0;
+    return !m_owner || (m_flags != 0 && !changed && getNotifyOnValueChange() != 0);
 }
 
 void IDataHandlerImpl::onChange(DataField& field, bool changed) {
@@ -113,33 +118,41 @@ void IDataHandlerImpl::onChange(DataField& field, bool changed) {
     std::string* value = field.getData(0);
     if (!value)
         return;
-    m_flags = 1;
+    const BridgeWatch watch(*this);
     if (getUseConvTable() != 0)
         m_owner->onDataChange(field.getName(), converted(*this, *value).data());
     else
         m_owner->onDataChange(field.getName(), value->data());
+    noteDelivery(watch);
 }
 
 void IDataHandlerImpl::onChange(DataField& field, bool changed, int from, int to) {
     std::vector<std::string>* values = field.getDataVector();
     if (isSuppressed(changed) || !values)
         return;
-    m_flags = 1;
-    if (getUseConvTable() == 0) {
-        m_owner->onDataChange(field.getName(), *values, from, to);
-        return;
-    }
+    const BridgeWatch watch(*this);
     std::vector<std::string> texts;
-    texts.reserve(values->size());
-    std::transform(values->begin(), values->end(), std::back_inserter(texts),
-                   [&](const std::string& value) { return converted(*this, value); });
-    m_owner->onDataChange(field.getName(), texts, from, to);
+    if (getUseConvTable() != 0) {
+        texts.reserve(values->size());
+        std::transform(values->begin(), values->end(), std::back_inserter(texts),
+                       [&](const std::string& value) { return converted(*this, value); });
+        values = &texts;
+    }
+    m_owner->onDataChange(field.getName(), *values, from, to);
+    noteDelivery(watch);
+}
+
+void IDataHandlerImpl::noteDelivery(const BridgeWatch& watch) {
+    // Contract: noted behind the owner's call, so what comes in meanwhile counts as the first delivery too.
+    if (!watch.ended())
+        m_flags = 1;
 }
 
 void IDataHandlerImpl::onTypeChange(DataField& field, char* typeName) {
-    m_owner->onTypeChange(field.getName(), typeName);
+    if (m_owner)
+        m_owner->onTypeChange(field.getName(), typeName);
 }
 
 DataType* IDataHandlerImpl::getFieldType() {
-    return m_owner->getFieldType();
+    return m_owner ? m_owner->getFieldType() : DataHandler::getFieldType();
 }

@@ -3,6 +3,7 @@
 
 #include <orbel/tree/DataHandler.h>
 
+class BridgeWatch;
 class IDataHandler;
 class Orbel;
 class PluginPreSets;
@@ -37,6 +38,7 @@ public:
 
     /// Bridges to `owner`, which must outlive it, in the tree of a scene.
     IDataHandlerImpl(IDataHandler* owner, int sceneId);
+    ~IDataHandlerImpl();
 
     void dump() override;
     void onChange(DataField& field, bool changed) override;
@@ -48,7 +50,9 @@ public:
     Orbel* tree();
 
 private:
+    /// Whether a change that is none is to be kept from the owner: never the first one.
     bool isSuppressed(bool changed);
+    void noteDelivery(const BridgeWatch& watch);
 
     IDataHandler* m_owner;
     int m_sceneId;

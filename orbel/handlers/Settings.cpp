@@ -6,6 +6,7 @@
 #include "../foundation/text/LineReader.h"
 #include "../foundation/text/Scanner.h"
 
+#include <algorithm>
 #include <string>
 
 namespace {
@@ -53,6 +54,9 @@ void readLine(Settings& settings, std::string_view line) {
 } // namespace
 
 void readSettings(Settings& settings) {
+    if (settings.areRead)
+        return;
+    settings.areRead = true;
     settings.multiOrbel = 0;
     setFolder(settings, ".");
     text::LineReader lines(files::openText("./Orbel.ini"), maxLineLength);

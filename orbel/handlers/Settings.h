@@ -3,6 +3,7 @@
 
 /// What the settings file says.
 struct Settings {
+    bool areRead = false;
     /// -1 until the file is read.
     int multiOrbel = -1;
     bool refreshAlways = true;
@@ -11,8 +12,8 @@ struct Settings {
     char configurationFolder[512] = ".";
 };
 
-/// Reads "./Orbel.ini" over the defaults, which stay when there is none. Also sets what DataObject keeps of the
-/// settings: the folder of type files and the number of extra types.
+/// Reads "./Orbel.ini" over the defaults, which stay when there is none; once, whatever the file sets. Also sets what
+/// DataObject keeps of the settings: the folder of type files and the number of extra types.
 void readSettings(Settings& settings);
 
 #endif
