@@ -4,6 +4,7 @@
 #include <orbel/handlers/IDataHandler.h>
 #include <support/RecordingHandler.h>
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <utility>
@@ -27,10 +28,10 @@ public:
 
     void onDataChange(char* fieldName, std::vector<std::string>& values, int from, int to) override {
         m_lastList = &values;
-        std::string all;
-        for (const std::string& value : values)
-            all += (all.empty() ? "" : "|") + value;
-        hear(fieldName + ('=' + all) + ' ' + std::to_string(from) + '-' + std::to_string(to));
+        std::string all = fieldName + std::string("=");
+        for (std::size_t index = 0; index < values.size(); ++index)
+            all += (index == 0 ? "" : "|") + values[index];
+        hear(all + ' ' + std::to_string(from) + '-' + std::to_string(to));
     }
 
     void onDataChange(char* fieldName, char* value) override { hear(fieldName + std::string("=") + value); }
