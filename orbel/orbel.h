@@ -4,11 +4,13 @@
 #include <orbel/expr/DataExpSegment.h>
 #include <orbel/expr/DataExpression.h>
 #include <orbel/expr/DataVariableQuery.h>
+#include <orbel/foundation/AutoLock.h>
 #include <orbel/foundation/DataClassType.h>
 #include <orbel/foundation/DataPrintf.h>
 #include <orbel/foundation/DataRootClassType.h>
 #include <orbel/foundation/DataType.h>
 #include <orbel/foundation/Export.h>
+#include <orbel/foundation/Lock.h>
 #include <orbel/foundation/StandardOutputBuffer.h>
 #include <orbel/foundation/WideStandardOutputBuffer.h>
 #include <orbel/handlers/IDataHandler.h>

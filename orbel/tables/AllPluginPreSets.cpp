@@ -55,9 +55,9 @@ void AllPluginPreSets::readFile(const std::string& path) {
         if (line->substr(0, 1) == "," || line->size() < shortestLine)
             continue;
         first = false;
-        if (const auto plugin = tables::readMarked(*line, "__PLUGIN__")) {
-            if (plugin->token)
-                current = &presetsFor(tables::normalizeKey(*plugin->token));
+        if (const auto plugin = tables::readName(*line, "__PLUGIN__")) {
+            if (!plugin->empty())
+                current = &presetsFor(*plugin);
         } else if (current) {
             current->readLine(fieldsOf(*line));
         }

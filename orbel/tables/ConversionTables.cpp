@@ -27,9 +27,9 @@ public:
         if (line.substr(0, 1) == ",")
             return true;
         m_first = false;
-        if (const auto table = tables::readMarked(line, "__TABLE__")) {
-            if (table->token)
-                onTable(tables::normalizeKey(*table->token));
+        if (const auto table = tables::readName(line, "__TABLE__")) {
+            if (!table->empty())
+                onTable(*table);
             return true;
         }
         if (!readDelimiter(line))

@@ -14,6 +14,16 @@ std::string_view withoutEnd(std::string_view text, std::string_view unwanted) {
     return text.substr(0, text.find_last_not_of(unwanted) + 1);
 }
 
+bool isMarked(std::string_view line, std::string_view marker) {
+    return line.substr(0, marker.size()) == marker && line.find(',') != std::string_view::npos;
+}
+
+/// Contract: the marker is the first token, however it goes on in front of the first ",".
+std::optional<std::string_view> tokenBehindMarker(std::string_view line) {
+    cutToken(line, ",");
+    return cutToken(line, ",");
+}
+
 } // namespace
 
 std::string_view normalizeKey(std::string_view text) {
@@ -46,12 +56,19 @@ std::optional<std::string_view> cutToken(std::string_view& rest, std::string_vie
 }
 
 std::optional<Marked> readMarked(std::string_view line, std::string_view marker) {
-    if (line.substr(0, marker.size()) != marker || line.size() < marker.size() + shortestToken ||
-        line.find(',') == std::string_view::npos)
+    if (!isMarked(line, marker) || line.size() < marker.size() + shortestToken)
         return std::nullopt;
-    // Contract: the marker is the first token, however it goes on in front of the first ",".
-    cutToken(line, ",");
-    return Marked{cutToken(line, ",")};
+    return Marked{tokenBehindMarker(line)};
+}
+
+std::optional<std::string_view> readName(std::string_view line, std::string_view marker) {
+    if (!isMarked(line, marker))
+        return std::nullopt;
+    const std::string_view name = normalizeKey(tokenBehindMarker(line).value_or(""));
+    // Contract: a name of one character needs its line end to be long enough.
+    if (!name.empty() && line.size() < marker.size() + shortestToken)
+        return std::nullopt;
+    return name;
 }
 
 bool printVersion(const Marked& version) {

@@ -34,6 +34,10 @@ struct Marked {
 /// Nothing for any other line.
 std::optional<Marked> readMarked(std::string_view line, std::string_view marker);
 
+/// Reads "__MARKER__,name", and the same without a name however short the line is; the name is normalised, and empty
+/// when there is none. Nothing for any other line.
+std::optional<std::string_view> readName(std::string_view line, std::string_view marker);
+
 /// Prints the version that a version line tells; false when the line ends before it.
 bool printVersion(const Marked& version);
 

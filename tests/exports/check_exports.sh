@@ -40,7 +40,7 @@ echo "$names" | awk -v list="$documented" -v windows="$([ "$format" = pe ] && ec
         sub(/^(virtual|non-virtual) thunk to /, "", name)
         sub(/^guard variable for /, "", name)
         if (sub(/^(vtable|VTT|typeinfo|typeinfo name) for /, "", name)) return name
-        if (match(name, /^[A-Za-z_][A-Za-z_0-9]*::/)) return substr(name, 1, RLENGTH - 2)
+        if (match(name, /^([A-Za-z_][A-Za-z_0-9]*::)+/)) return substr(name, 1, RLENGTH - 2)
         return ""
     }
 

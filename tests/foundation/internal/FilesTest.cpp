@@ -43,6 +43,15 @@ TEST(Files, ThatAreMissingOrFoldersAreNotOpened) {
     EXPECT_EQ(files::openForReading(nullptr), nullptr);
 }
 
+TEST(Files, ThatAreMissingOrFoldersAreNotOpenedAsTexts) {
+    const TemporaryFolder folder;
+    EXPECT_NE(files::openText(folder.write("a.txt", "").c_str()), nullptr);
+    EXPECT_EQ(files::openText(folder.path("missing").c_str()), nullptr);
+    EXPECT_EQ(files::openText(folder.path().c_str()), nullptr);
+    EXPECT_EQ(files::openText(""), nullptr);
+    EXPECT_EQ(files::openText(nullptr), nullptr);
+}
+
 TEST(Files, OfAFolderAreListedByTheirBeginAndEnd) {
     const TemporaryFolder folder;
     for (const char* name : {"b.qx", "a.qx", "a.qx2", "qx", ".qx", "a.txt", "Table1.csv", "Table22.csv", "Tab.csv"})

@@ -73,6 +73,30 @@ TEST(ScannerTest, CutAtTakesEverythingWhenTheCharacterIsAbsent) {
     EXPECT_EQ(rest, "");
 }
 
+TEST(ScannerTest, HexadecimalNumbersTakeLettersOfBothCases) {
+    EXPECT_EQ(text::readHexadecimal("0041"), 0x41U);
+    EXPECT_EQ(text::readHexadecimal("00e0"), 0xE0U);
+    EXPECT_EQ(text::readHexadecimal("FFfF"), 0xFFFFU);
+    EXPECT_EQ(text::readHexadecimal("0000000000041"), 0x41U);
+}
+
+TEST(ScannerTest, HexadecimalNumbersFollowBlanksAndEndAtOtherCharacters) {
+    EXPECT_EQ(text::readHexadecimal(" \t41g"), 0x41U);
+    EXPECT_EQ(text::readHexadecimal("41 42"), 0x41U);
+    EXPECT_EQ(text::readHexadecimal("0x41"), 0U);
+    EXPECT_EQ(text::readHexadecimal("-41"), 0U);
+    EXPECT_EQ(text::readHexadecimal("+41"), 0U);
+}
+
+TEST(ScannerTest, HexadecimalNumbersOutOfRangeAreZero) {
+    EXPECT_EQ(text::readHexadecimal("10000"), 0U);
+    EXPECT_EQ(text::readHexadecimal("100000041"), 0U);
+    EXPECT_EQ(text::readHexadecimal("FFFFFFFFFFFFFFFFFFFF"), 0U);
+    EXPECT_EQ(text::readHexadecimal(""), 0U);
+    EXPECT_EQ(text::readHexadecimal(" "), 0U);
+    EXPECT_EQ(text::readHexadecimal("xyz"), 0U);
+}
+
 TEST(ScannerTest, NumbersAreDecimalDigitsAfterBlanks) {
     EXPECT_EQ(text::readNumber("0"), 0);
     EXPECT_EQ(text::readNumber(" \t\r\n42]"), 42);
