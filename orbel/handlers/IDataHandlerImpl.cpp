@@ -123,7 +123,9 @@ void IDataHandlerImpl::onChange(DataField& field, bool changed) {
         m_owner->onDataChange(field.getName(), converted(*this, *value).data());
     else
         m_owner->onDataChange(field.getName(), value->data());
-    noteDelivery(watch);
+    // Contract: noted behind the plug-in's call, so what reaches it meanwhile counts as the first delivery too.
+    if (!watch.ended())
+        m_flags = 1;
 }
 
 void IDataHandlerImpl::onChange(DataField& field, bool changed, int from, int to) {
@@ -139,11 +141,6 @@ void IDataHandlerImpl::onChange(DataField& field, bool changed, int from, int to
         values = &texts;
     }
     m_owner->onDataChange(field.getName(), *values, from, to);
-    noteDelivery(watch);
-}
-
-void IDataHandlerImpl::noteDelivery(const BridgeWatch& watch) {
-    // Contract: noted behind the owner's call, so what comes in meanwhile counts as the first delivery too.
     if (!watch.ended())
         m_flags = 1;
 }

@@ -3,7 +3,6 @@
 
 #include <orbel/tree/DataHandler.h>
 
-class BridgeWatch;
 class IDataHandler;
 class Orbel;
 class PluginPreSets;
@@ -52,7 +51,6 @@ public:
 private:
     /// Whether a change that is none is to be kept from the owner: never the first one.
     bool isSuppressed(bool changed);
-    void noteDelivery(const BridgeWatch& watch);
 
     IDataHandler* m_owner;
     int m_sceneId;

@@ -63,7 +63,6 @@ TEST_F(PlugInReentrancy, UnregistersAndTheNextIsSkippedOnce) {
 }
 
 TEST_F(PlugInReentrancy, UnregistersAsTheOnlyOneOfItsField) {
-    moveToList(*a);
     tree->addField(new DataValue(Text("single")), 0);
     a->registerHandler("single", nullptr, 0);
     a->onceThen([&] { a->unregisterHandler(); });
