@@ -6,7 +6,7 @@
 #include <vector>
 
 /// What the text tables share: how their lines are taken apart. The line end counts as part of a line and of its last
-/// token until it is stripped.
+/// token until it is stripped, and a byte-order mark as part of the first line, which then has no marker.
 namespace tables {
 
 /// The longest line of a table file, with its line end; a longer one is read in pieces.

@@ -96,7 +96,8 @@ DataObject* DataArray::makeElement(int index) {
     if (!m_objectType)
         return new DataObject(("Item-#" + std::to_string(index)).data());
     DataObject* element = m_objectType->createObject();
-    if (!element)
+    // An object that is somebody's child already would have two owners.
+    if (!element || element->getParent())
         element = new DataObject((std::string(m_objectType->getName()) + "-#" + std::to_string(index)).data());
     const FieldWatch watch(*element);
     element->setObjectType(m_objectType);

@@ -47,6 +47,14 @@ void writeLabel(std::ostream& os, DataField& child) {
     }
 }
 
+/// Whether a child of this node is within the depth that trees may have.
+bool mayGoDeeper(DataNode& node) {
+    int depth = 1;
+    for (DataNode* ancestor = node.getParent(); ancestor && depth <= limits::maxTreeDepth; ++depth)
+        ancestor = ancestor->getParent();
+    return depth <= limits::maxTreeDepth;
+}
+
 } // namespace
 
 struct DataStructure::Children {
@@ -285,7 +293,7 @@ DataField* DataStructure::findOrCreate(std::string_view kind, std::string_view n
             childName = table->table;
     DataField* child = findChild(limits::cutName(childName));
     const bool isNew = !child;
-    if (isNew)
+    if (isNew && mayGoDeeper(*this))
         child = createField(kind, name).release();
     if (!child)
         return nullptr;

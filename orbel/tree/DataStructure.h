@@ -19,6 +19,8 @@
 ///     node:scene           the structure scene, created when missing
 ///     DataHashTable:c:City the hash table c of City entries, created when missing
 ///     */x                  every child: null here, commands broadcast
+///
+/// Nothing is created more than 1,000 levels deep.
 class ORBEL_API DataStructure : public DataNode {
 public:
     static DataType* classType;

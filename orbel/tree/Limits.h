@@ -38,6 +38,9 @@ constexpr int maxCommandDepth = 64;
 constexpr long long maxRepeatedText = 1LL << 28;
 constexpr long long minRepeatedText = 256;
 
+/// How deep under the top of its tree a path creates fields: what goes over a whole tree goes down it by calls.
+constexpr int maxTreeDepth = 1'000;
+
 /// How many fields in a row a change is passed on along links, for the same reason.
 constexpr int maxLinkDepth = 256;
 

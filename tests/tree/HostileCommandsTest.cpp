@@ -120,6 +120,24 @@ TEST_F(HostileCommands, RunSixtyFourLevelsOfBraces) {
     expectSound();
 }
 
+// Whatever goes over a whole tree calls itself from level to level.
+TEST_F(HostileCommands, BuildTreesAThousandLevelsDeep) {
+    std::string command = "string:leaf = 1";
+    for (int nested = 0; nested < 60; ++nested)
+        command = times(70, "node:n/") + "node:n = {" + command + "}";
+    root.executeCommand(Text(command), 0);
+    int levels = 0;
+    for (DataNode* node = &root; node; node = static_cast<DataNode*>(node->getField(Text("n"), 0, 0)))
+        ++levels;
+    EXPECT_EQ(levels, 1'001);
+
+    std::ostringstream dump;
+    root.dump(dump, -1, -1, 1);
+    EXPECT_NE(dump.str(), "");
+    root.clearData();
+    root.ClearLinks();
+}
+
 TEST_F(HostileCommands, GoOnBehindWhatIsTooDeep) {
     root.executeCommand(Text("s = {" + times(1'000, "../s = {") + "p = 1" + std::string(1'000, '}') + "; p = 2}"), 0);
     EXPECT_EQ(text("s/p"), "2");

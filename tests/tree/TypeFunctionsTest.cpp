@@ -51,6 +51,14 @@ DataObject* makeObservedAndTyped(char* typeName) {
     return object;
 }
 
+DataObject* theOnlyOne = nullptr;
+
+DataObject* makeOnlyOne(char* /*typeName*/) {
+    if (!theOnlyOne)
+        theOnlyOne = new DataObject(Text("made"));
+    return theOnlyOne;
+}
+
 DataObject* makeNone(char* /*typeName*/) {
     return nullptr;
 }
@@ -171,6 +179,11 @@ TEST_F(TypeFunctions, ElementsKeepTheNameAndGetTheType) {
     EXPECT_EQ(points->getObject(1)->getObjectType(), point);
     EXPECT_EQ(points->getObject(1)->getParentInstance(), 1);
     EXPECT_EQ(references(points->getObject(1)), "1 by 1");
+}
+
+TEST_F(TypeFunctions, ThatGiveTheSameObjectAgainGiveNone) {
+    point->setCreateObjectFunc(makeOnlyOne);
+    EXPECT_EQ(shapeOf(*array("Point", 3)), "a[made{x=0,y=0},Point-#1{x=0,y=0},Point-#2{x=0,y=0}]");
 }
 
 TEST_F(TypeFunctions, ElementsLoseChildrenOfTheirOwn) {

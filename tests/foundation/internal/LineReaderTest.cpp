@@ -78,6 +78,10 @@ TEST(LineReader, HidesTheRestOfALineBehindANul) {
     EXPECT_EQ(linesOf("a\0cdef\n"sv, 4), (Lines{"a", "ef\n"}));
 }
 
+TEST(LineReader, EndsAtAControlZWhereThePlatformsTextsDo) {
+    EXPECT_EQ(linesOf("a\x1A\nb\n", 9), onWindows ? Lines{"a"} : (Lines{"a\x1A\n", "b\n"}));
+}
+
 TEST(LineReader, KeepsAllOtherBytes) {
     EXPECT_EQ(linesOf("\xEF\xBB\xBF\xFF\xC0\x80\x01\n", 20), Lines{"\xEF\xBB\xBF\xFF\xC0\x80\x01\n"});
 }
