@@ -7,9 +7,6 @@ namespace {
 
 constexpr std::string_view opening = "$(";
 
-// Words are told apart by all white space, unlike the blanks inside of references.
-constexpr std::string_view whiteSpace = " \t\n\v\f\r";
-
 struct Macro {
     std::string_view text;
     ExpressionPiece::Kind kind;
@@ -77,9 +74,10 @@ std::string_view ExpressionText::secondWord() {
 }
 
 void ExpressionText::findWord() {
-    m_nextSpace = std::min(m_text.find_first_of(whiteSpace, m_at), m_text.size());
-    const std::size_t start = std::min(m_text.find_first_not_of(whiteSpace, m_nextSpace), m_text.size());
-    m_wordBehindSpace = m_text.substr(start, m_text.find_first_of(whiteSpace, start) - start);
+    // Words are told apart by all white space, unlike the blanks inside of references.
+    m_nextSpace = std::min(m_text.find_first_of(text::whiteSpace, m_at), m_text.size());
+    const std::size_t start = std::min(m_text.find_first_not_of(text::whiteSpace, m_nextSpace), m_text.size());
+    m_wordBehindSpace = m_text.substr(start, m_text.find_first_of(text::whiteSpace, start) - start);
 }
 
 WrittenReference readReference(std::string_view written) {

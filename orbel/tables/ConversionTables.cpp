@@ -70,7 +70,7 @@ ConversionTables::ConversionTables(std::string_view folders) {
     const char* variable = std::getenv("QX_OBJECTS_DIR");
     std::string_view rest = variable ? std::string_view(variable) : folders;
     while (!rest.empty()) {
-        const std::string folder(tables::trimFolder(text::cutAt(rest, ';')));
+        const std::string folder(text::cutFolder(rest));
         for (const std::string& name : files::listFolder(folder, "QX_ConvTables", ".csv"))
             readFile(files::joinPath(folder, name));
     }

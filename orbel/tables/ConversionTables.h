@@ -1,8 +1,6 @@
 #ifndef ORBEL_TABLES_CONVERSIONTABLES_H
 #define ORBEL_TABLES_CONVERSIONTABLES_H
 
-#include "../foundation/platform/Files.h"
-
 #include <functional>
 #include <map>
 #include <string>

@@ -1,6 +1,5 @@
 #include "TableText.h"
 
-#include <algorithm>
 #include <iostream>
 
 namespace tables {
@@ -34,12 +33,6 @@ std::string_view normalizeKey(std::string_view text) {
 
 std::string_view normalizeValue(std::string_view text) {
     return withoutEnd(text, "\n\r");
-}
-
-std::string_view trimFolder(std::string_view text) {
-    constexpr std::string_view whiteSpace = " \f\n\r\t\v";
-    text = withoutEnd(text, whiteSpace);
-    return text.substr(std::min(text.find_first_not_of(whiteSpace), text.size()));
 }
 
 std::optional<std::string_view> cutToken(std::string_view& rest, std::string_view separators) {

@@ -15,9 +15,6 @@ constexpr int maxLineLength = 1'023;
 /// Keys and names: without leading spaces and tabs, and without spaces, tabs and line ends at the end.
 std::string_view normalizeKey(std::string_view text);
 
-/// Names of folders: without white space at both ends.
-std::string_view trimFolder(std::string_view text);
-
 /// Values: without line ends at the end.
 std::string_view normalizeValue(std::string_view text);
 

@@ -62,5 +62,5 @@ void loadTypeFolder(DataObjectTypesTable*& table, const std::string& folder) {
 
 void loadTypeFolders(DataObjectTypesTable*& table, std::string_view list) {
     while (!list.empty())
-        loadTypeFolder(table, std::string(text::trim(text::cutAt(list, ';'))));
+        loadTypeFolder(table, std::string(text::cutFolder(list)));
 }

@@ -140,6 +140,11 @@ TEST_F(Configuration, AFolderVariableIsNoList) {
     EXPECT_EQ(names(), "");
 }
 
+TEST_F(Configuration, ConfiguredFoldersLoseAllWhiteSpaceAroundThem) {
+    DataObject::set_ConfigFolder(Text("\v\f" + a + "\r\n;\r\n" + b + " \f\v"));
+    EXPECT_EQ(readNames(), "InA InB");
+}
+
 TEST_F(Configuration, ConfiguredFoldersAreAList) {
     DataObject::set_ConfigFolder(Text(" " + a + " ; ;" + folder.path("missing") + ";\t" + b + "\t;"));
     EXPECT_EQ(readMessages(), reading(inFolder(a, "one.qx")) + "\t\tCreating type: InA\n" +

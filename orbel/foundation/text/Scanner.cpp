@@ -65,6 +65,12 @@ std::string_view cutAt(std::string_view& rest, char separator) {
     return before;
 }
 
+std::string_view cutFolder(std::string_view& rest) {
+    std::string_view folder = cutAt(rest, ';');
+    folder = folder.substr(0, folder.find_last_not_of(whiteSpace) + 1);
+    return folder.substr(std::min(folder.find_first_not_of(whiteSpace), folder.size()));
+}
+
 int readNumber(std::string_view text) {
     skipBlanks(text);
     if (text.empty() || !isDigit(text.front()))
@@ -79,7 +85,7 @@ int readNumber(std::string_view text) {
 }
 
 int readSignedNumber(std::string_view text) {
-    const std::size_t start = text.find_first_not_of(" \t\n\v\f\r");
+    const std::size_t start = text.find_first_not_of(whiteSpace);
     text.remove_prefix(start == std::string_view::npos ? text.size() : start);
     const bool isNegative = text.substr(0, 1) == "-";
     if (isNegative || text.substr(0, 1) == "+")

@@ -16,6 +16,12 @@ void skipBlanks(std::string_view& rest);
 /// Drops leading blanks and trailing spaces and tabs. Contract: line ends at the end stay.
 std::string_view trim(std::string_view text);
 
+/// All white space, for what is trimmed or split by it alone.
+constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+
+/// Cuts the next name off a list of folders separated by ";", without white space at both ends.
+std::string_view cutFolder(std::string_view& rest);
+
 /// Cuts at the first `separator`: returns the text before it, `rest` becomes the text behind it. Without a separator
 /// the whole text is returned and `rest` becomes empty.
 std::string_view cutAt(std::string_view& rest, char separator);

@@ -281,3 +281,12 @@ TEST(FixedTextTest, KeepsWhatFitsBeforeTheTerminator) {
 }
 
 } // namespace
+
+TEST(ScannerTest, FoldersOfAListLoseTheWhiteSpaceAroundThem) {
+    std::string_view list = " \f\n\r\t\vc:\\a b \f\n\r\t\v; \f\n\r\t\v;;d";
+    EXPECT_EQ(text::cutFolder(list), "c:\\a b");
+    EXPECT_EQ(text::cutFolder(list), "");
+    EXPECT_EQ(text::cutFolder(list), "");
+    EXPECT_EQ(text::cutFolder(list), "d");
+    EXPECT_EQ(text::cutFolder(list), "");
+}

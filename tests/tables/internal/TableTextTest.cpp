@@ -35,12 +35,6 @@ TEST(TableText, ValuesLoseTheirLineEnds) {
     EXPECT_EQ(tables::normalizeValue(""), "");
 }
 
-TEST(TableText, FoldersLoseTheWhiteSpaceAroundThem) {
-    EXPECT_EQ(tables::trimFolder(" \f\n\r\t\vc:\\a b \f\n\r\t\v"), "c:\\a b");
-    EXPECT_EQ(tables::trimFolder(" \f\n\r\t\v"), "");
-    EXPECT_EQ(tables::trimFolder(""), "");
-}
-
 TEST(TableText, TokensHaveAnyNumberOfSeparatorsBetweenThem) {
     EXPECT_EQ(tokensOf(",;a;,b c,,", ",;"), (Fields{"a", "b c"}));
     EXPECT_EQ(tokensOf("a,\n", ","), (Fields{"a", "\n"}));
