@@ -9,13 +9,8 @@ constexpr std::string_view doubledQuote = "\"\"";
 
 /// Where the range begins: a bracket inside doubled quotes at the front of the text belongs to the path.
 std::size_t findBracket(std::string_view text) {
-    std::size_t from = 0;
-    if (text.substr(0, doubledQuote.size()) == doubledQuote) {
-        from = text.find(doubledQuote, doubledQuote.size());
-        while (from != std::string_view::npos && text.substr(from + doubledQuote.size(), 1) == "\"")
-            from = text.find(doubledQuote, from + 1);
-    }
-    return text.find('[', from);
+    const bool isQuoted = text.substr(0, doubledQuote.size()) == doubledQuote;
+    return text.find('[', isQuoted ? text::findClosingQuote(text, doubledQuote.size()) : 0);
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include <orbel/foundation/AutoLock.h>
 
-#include "../foundation/text/LineReader.h"
+#include "TableFile.h"
 #include "TableText.h"
 
 #include <algorithm>
@@ -38,23 +38,12 @@ PluginPreSets* AllPluginPreSets::find(std::string_view pluginName) const {
 }
 
 void AllPluginPreSets::readFile(const std::string& path) {
-    text::LineReader lines(files::openText(path.c_str()), tables::maxLineLength);
-    if (!lines.isOpen())
+    tables::TableFile file(path, shortestLine);
+    if (!file.isOpen())
         return;
     std::cout << "\nReading Orbel PreSets file " << path << std::endl;
-    bool first = true;
     PluginPreSets* current = nullptr;
-    while (const auto line = lines.next()) {
-        if (first)
-            if (const auto version = tables::readMarked(*line, "__VERSION__")) {
-                if (!tables::printVersion(*version))
-                    return;
-                first = false;
-                continue;
-            }
-        if (line->substr(0, 1) == "," || line->size() < shortestLine)
-            continue;
-        first = false;
+    while (const auto line = file.next()) {
         if (const auto plugin = tables::readName(*line, "__PLUGIN__")) {
             if (!plugin->empty())
                 current = &presetsFor(*plugin);

@@ -1,7 +1,7 @@
 #include "ConversionTables.h"
 
-#include "../foundation/text/LineReader.h"
 #include "../foundation/text/Scanner.h"
+#include "TableFile.h"
 #include "TableText.h"
 
 #include <cstdlib>
@@ -13,28 +13,17 @@ constexpr std::string_view defaultKey = "__DEFAULT__";
 constexpr std::string_view delimiterMarker = "__DELIMITER__";
 constexpr std::size_t maxDelimiters = 15;
 
-/// Reads the lines of one file; tells what it meets.
+/// Takes the lines of one file apart; tells what it meets.
 class Reader {
 public:
-    /// False when the rest of the file is to be left alone.
     template <class OnTable, class OnRow>
-    bool read(std::string_view line, OnTable onTable, OnRow onRow) {
-        if (m_first)
-            if (const auto version = tables::readMarked(line, "__VERSION__")) {
-                m_first = false;
-                return tables::printVersion(*version);
-            }
-        if (line.substr(0, 1) == ",")
-            return true;
-        m_first = false;
+    void read(std::string_view line, OnTable onTable, OnRow onRow) {
         if (const auto table = tables::readName(line, "__TABLE__")) {
             if (!table->empty())
                 onTable(*table);
-            return true;
-        }
-        if (!readDelimiter(line))
+        } else if (!readDelimiter(line)) {
             readRow(line, onRow);
-        return true;
+        }
     }
 
 private:
@@ -60,7 +49,6 @@ private:
             onRow(tables::normalizeKey(*key), tables::normalizeValue(*value));
     }
 
-    bool m_first = true;
     std::string m_delimiters = ",";
 };
 
@@ -77,8 +65,8 @@ ConversionTables::ConversionTables(std::string_view folders) {
 }
 
 void ConversionTables::readFile(const std::string& path) {
-    text::LineReader lines(files::openText(path.c_str()), tables::maxLineLength);
-    if (!lines.isOpen())
+    tables::TableFile file(path, 0);
+    if (!file.isOpen())
         return;
     std::cout << "\nReading Orbel Conversion Tables file " << path << std::endl;
     Reader reader;
@@ -88,9 +76,8 @@ void ConversionTables::readFile(const std::string& path) {
         if (current)
             current->try_emplace(std::string(key), value);
     };
-    while (const auto line = lines.next())
-        if (!reader.read(*line, onTable, onRow))
-            return;
+    while (const auto line = file.next())
+        reader.read(*line, onTable, onRow);
 }
 
 ConversionTables::Table& ConversionTables::tableFor(std::string_view name) {

@@ -1,7 +1,5 @@
 #include "TableText.h"
 
-#include <iostream>
-
 namespace tables {
 
 namespace {
@@ -62,12 +60,6 @@ std::optional<std::string_view> readName(std::string_view line, std::string_view
     if (!name.empty() && line.size() < marker.size() + shortestToken)
         return std::nullopt;
     return name;
-}
-
-bool printVersion(const Marked& version) {
-    if (version.token)
-        std::cout << "    File format version : " << normalizeKey(*version.token) << std::endl;
-    return version.token.has_value();
 }
 
 std::vector<std::string_view> splitFields(std::string_view line, char separator) {

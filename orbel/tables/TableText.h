@@ -35,9 +35,6 @@ std::optional<Marked> readMarked(std::string_view line, std::string_view marker)
 /// when there is none. Nothing for any other line.
 std::optional<std::string_view> readName(std::string_view line, std::string_view marker);
 
-/// Prints the version that a version line tells; false when the line ends before it.
-bool printVersion(const Marked& version);
-
 /// The fields of a line, at most 64: adjacent separators have an empty field between them, and the text behind the
 /// last one is a field of its own.
 std::vector<std::string_view> splitFields(std::string_view line, char separator);

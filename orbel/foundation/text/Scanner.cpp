@@ -149,6 +149,13 @@ std::optional<std::string_view> braceGroup(std::string_view text) {
     return text.substr(1);
 }
 
+std::size_t findClosingQuote(std::string_view text, std::size_t from) {
+    std::size_t close = text.find(doubledQuote, from);
+    while (close != std::string_view::npos && text.substr(close + doubledQuote.size(), 1) == "\"")
+        close = text.find(doubledQuote, close + 1);
+    return close;
+}
+
 std::optional<std::string_view> readValueToken(std::string_view& rest) {
     skipBlanks(rest);
     if (rest.empty())
@@ -156,9 +163,7 @@ std::optional<std::string_view> readValueToken(std::string_view& rest) {
     if (rest.substr(0, 2) != doubledQuote)
         return cutAt(rest, ',');
     rest.remove_prefix(2);
-    std::size_t close = rest.find(doubledQuote);
-    while (close != std::string_view::npos && rest.substr(close + 2, 1) == "\"")
-        close = rest.find(doubledQuote, close + 1);
+    const std::size_t close = findClosingQuote(rest, 0);
     const std::string_view token = rest.substr(0, close);
     rest.remove_prefix(close == std::string_view::npos ? rest.size() : close + 2);
     cutAt(rest, ',');

@@ -1,6 +1,7 @@
 #ifndef ORBEL_FOUNDATION_TEXT_SCANNER_H
 #define ORBEL_FOUNDATION_TEXT_SCANNER_H
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
 
@@ -53,6 +54,9 @@ std::optional<std::string_view> braceGroup(std::string_view text);
 
 /// The text behind the first "{", whether it is closed or not; nothing without a "{".
 std::optional<std::string_view> behindBrace(std::string_view text);
+
+/// Where the first doubled quote from `from` on begins that no third quote follows; npos when there is none.
+std::size_t findClosingQuote(std::string_view text, std::size_t from);
 
 /// Consumes one comma-separated value and the comma; nothing when no text is left. A value that begins with a
 /// doubled quote ends at the next doubled quote that no third quote follows, and may contain commas.
