@@ -194,6 +194,15 @@ TEST_F(AllPluginPreSetsTest, AreNotReadFromTheConfiguredFolderWhenThatOfTheVaria
     EXPECT_EQ(output, "");
 }
 
+TEST_F(AllPluginPreSetsTest, AreNotReadFromTheConfiguredFolderWhenTheVariableIsEmpty) {
+    if (onWindows)
+        GTEST_SKIP() << "no variable is empty there";
+    folder.write("QX_PreSets.csv", "__PLUGIN__,Clock\n");
+    const Variable variable("QX_OBJECTS_DIR", "");
+    readFolder(folder.path());
+    EXPECT_EQ(presets->find("Clock"), nullptr);
+}
+
 TEST_F(AllPluginPreSetsTest, TellTheVersionOfTheFirstLineOnly) {
     read("__VERSION__, 1.2 beta \t,more\n__VERSION__,2\n__PLUGIN__,P\n__VERSION__,Name\n");
     EXPECT_EQ(printed(), "    File format version : 1.2 beta\n    Adding plugin : P\n");
