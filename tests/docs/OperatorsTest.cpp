@@ -22,6 +22,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -245,16 +246,19 @@ TEST_F(OperatorsPage, TellsWhatBecomesOfMistakesInTypes) {
     });
 }
 
-TEST_F(OperatorsPage, ShowsTheMessagesAboutMistakes) {
+TEST_F(OperatorsPage, ShowsTheOtherMessages) {
     folder.write("QX_PreSets.csv", "__PLUGIN__,P\nSpeed\n");
-    folder.write("types.qx", "T = {number n;};\n");
+    folder.write("types.qx", "T = {number n;};\nT = {string x;};\n");
     IDataHandlerImpl::init();
     DataObject::readTypesTable(Text("missing.qx"));
+    DataObject::readConfigFiles();
     const std::string all = console.takeOutput() + console.takeMessages();
-    for (const Document::Row& row : rows("What is printed", "| Message | When |", 3)) {
+    const std::pair<std::string, std::string> names[] = {{"FILE", "missing.qx"}, {"TYPE", "T"}, {"COUNT", "1"}};
+    for (const Document::Row& row : rows("What is printed", "| Message | When |", 5)) {
         std::string message = Document::valueOf(row[0]);
-        if (const std::size_t name = message.find("NAME"); name != std::string::npos)
-            message.replace(name, 4, "missing.qx");
-        EXPECT_NE(all.find('\n' + message + '\n'), std::string::npos) << message;
+        for (const auto& [name, text] : names)
+            if (const std::size_t at = message.find(name); at != std::string::npos)
+                message.replace(at, name.size(), text);
+        EXPECT_NE(all.find(message + '\n'), std::string::npos) << message;
     }
 }
