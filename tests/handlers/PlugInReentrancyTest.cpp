@@ -200,6 +200,34 @@ TEST_F(PlugInReentrancy, DestroysAllOthersThatAreBeingTold) {
     EXPECT_EQ(title->getNumHandlers(), 0);
 }
 
+TEST_F(PlugInReentrancy, UnregistersALaterOne) {
+    a->onceThen([&] { b->unregisterHandler(); });
+    title->setData("news");
+    EXPECT_EQ(diary.take(), "A title=news, C title=news");
+    EXPECT_EQ(b->getField(), nullptr);
+}
+
+TEST_F(PlugInReentrancy, UnregistersAnEarlierOneAndTheNextIsSkippedOnce) {
+    b->onceThen([&] { a->unregisterHandler(); });
+    title->setData("news");
+    EXPECT_EQ(diary.take(), "A title=news, B title=news");
+    title->setData("late news");
+    EXPECT_EQ(diary.take(), "B title=late news, C title=late news");
+}
+
+TEST_F(PlugInReentrancy, DestroysTheParentOfTheField) {
+    auto scene = std::make_unique<DataStructure>(Text("scene"));
+    auto caption = std::make_unique<DataValue>(Text("caption"));
+    scene->addField(caption.get(), 0);
+    for (RecordingPlugin* plugin : {a.get(), b.get()})
+        plugin->registerHandler(caption.get());
+    a->onceThen([&] { scene.reset(); });
+    caption->setData("news");
+    EXPECT_EQ(diary.take(), "A caption=news, B caption=news");
+    EXPECT_EQ(a->getField(), caption.get());
+    EXPECT_EQ(caption->getParent(), nullptr);
+}
+
 TEST_F(PlugInReentrancy, RegistersElsewhere) {
     list->setData("one", 0);
     a->onceThen([&] { a->registerHandler("list[1-3]", nullptr, 0); });
@@ -223,6 +251,32 @@ TEST_F(PlugInReentrancy, SetsTheSameField) {
     title->setData("news");
     EXPECT_EQ(diary.take(), "A title=news, A title=late news, B title=late news, C title=late news, "
                             "B title=late news, C title=late news");
+}
+
+TEST_F(PlugInReentrancy, SetsTheSameFieldUnderItsText) {
+    std::string seen;
+    a->onceThen([&] {
+        title->setData("NEWS");
+        seen = a->lastValue();
+    });
+    title->setData("news");
+    EXPECT_EQ(seen, "NEWS");
+}
+
+TEST_F(PlugInReentrancy, KeepsItsConvertedTextWhenItSetsTheSameField) {
+    folder.write("QX_ConvTables.csv", "__TABLE__,Sky\n1,one\n2,two\n");
+    IDataHandlerImpl::init();
+    a->setUseConvTable(1);
+    a->setConvTableNmae(Text("Sky"));
+    std::string seen;
+    a->onceThen([&] {
+        const char* told = a->lastValue();
+        title->setData("2");
+        IDataHandlerImpl::RefreshConvTables();
+        seen = told;
+    });
+    title->setData("1");
+    EXPECT_EQ(seen, "one");
 }
 
 TEST_F(PlugInReentrancy, SetsTheSameValueInItsFirstNotice) {
