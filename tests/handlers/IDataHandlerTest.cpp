@@ -165,6 +165,30 @@ TEST_F(PlugIns, AreBridgedUnderTheirName) {
     EXPECT_STREQ(plugin.getConvTableName(), "");
 }
 
+TEST_F(PlugIns, AreAskedForTheirNameAlone) {
+    class CountingPlugin : public IDataHandler {
+    public:
+        char* getPluginName() override { return ++names, nullptr; }
+        int getPluginType() override { return ++others; }
+        char* getPluginFolder() override { return ++others, nullptr; }
+        char* getPluginVersion() override { return ++others, nullptr; }
+        unsigned int getPluginFlags() override { return static_cast<unsigned int>(++others); }
+        char* getPluginInfoText() override { return ++others, nullptr; }
+
+        int names = 0;
+        int others = 0;
+    };
+    CountingPlugin counting;
+    EXPECT_EQ(counting.names, 0);
+    counting.init(0);
+    counting.registerHandler("string:caption", nullptr, 0);
+    counting.setFieldData(Text("caption"), Text("news"));
+    counting.refresh();
+    counting.unregisterHandler();
+    EXPECT_EQ(counting.names, 1);
+    EXPECT_EQ(counting.others, 0);
+}
+
 TEST_F(PlugIns, HaveNamesOfNinetyNineCharacters) {
     RecordingPlugin other(diary, std::string(120, 'n'));
     other.init(0);
@@ -675,12 +699,17 @@ TEST_F(PlugInInTree, HearsNothingOfTheFieldsBelowItsOwn) {
     EXPECT_EQ(diary.take(), "");
 }
 
-TEST_F(PlugInInTree, HearsOfTheTypeOfAnArray) {
+TEST_F(PlugInInTree, HearsOfTheTypeOfAnObjectAndOfAnArray) {
     DataObject::init();
     DataObject::s_tTypes->parse(Text("Point = {string x=0;};"));
+    auto* point = new DataObject(Text("point"));
     auto* points = new DataArray(Text("points"));
+    tree->addField(point, 0);
     tree->addField(points, 0);
-    plugin.registerHandler("points", nullptr, 0);
+    plugin.registerHandler(point);
+    point->setObjectType(DataObject::getObjectTypeByName(Text("Point")));
+    EXPECT_EQ(diary.take(), "A point:Point");
+    plugin.registerHandler(points);
     points->setObjectType(DataObject::getObjectTypeByName(Text("Point")));
     EXPECT_EQ(diary.take(), "A points:Point");
 }

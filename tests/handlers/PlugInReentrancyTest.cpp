@@ -185,6 +185,17 @@ TEST_F(PlugInReentrancy, DestroysAnEarlierOne) {
     EXPECT_EQ(diary.take(), "B title=late news, C title=late news");
 }
 
+TEST_F(PlugInReentrancy, DestroysAll) {
+    a->onceThen([&] {
+        c.reset();
+        b.reset();
+        a.reset();
+    });
+    title->setData("news");
+    EXPECT_EQ(diary.take(), "A title=news");
+    EXPECT_EQ(title->getNumHandlers(), 0);
+}
+
 TEST_F(PlugInReentrancy, DestroysAllOthersThatAreBeingTold) {
     // A, B and C are each inside a callback when C destroys them all.
     a->onceThen([&] { title->setData("second"); });
