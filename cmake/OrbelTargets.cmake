@@ -37,3 +37,13 @@ function(orbel_copy_compiler_runtime folder)
         file(COPY "${path}" DESTINATION "${folder}" FOLLOW_SYMLINK_CHAIN)
     endforeach()
 endfunction()
+
+# orbel_host_exports(TARGET) lets an executable that defines the functions of orbel/host/HostApi.h export them, and
+# nothing else, to the library and the plug-ins that it loads.
+function(orbel_host_exports target)
+    if(WIN32)
+        target_link_options(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/host.def")
+    else()
+        target_link_options(${target} PRIVATE "LINKER:--export-dynamic-symbol=_api__*")
+    endif()
+endfunction()

@@ -15,6 +15,17 @@
 #include <orbel/foundation/WideStandardOutputBuffer.h>
 #include <orbel/handlers/IDataHandler.h>
 #include <orbel/handlers/IDataHandlerImpl.h>
+#include <orbel/host/AxisMapping.h>
+#include <orbel/host/CONTAINER.h>
+#include <orbel/host/HostApi.h>
+#include <orbel/host/LifeMark.h>
+#include <orbel/host/MacroQuery.h>
+#include <orbel/host/PluginRecord.h>
+#include <orbel/host/SCENE.h>
+#include <orbel/host/SceneTraversal.h>
+#include <orbel/host/korDataHandler.h>
+#include <orbel/host/korDataStructureHandler.h>
+#include <orbel/host/korPluginData.h>
 #include <orbel/tables/PluginPreSets.h>
 #include <orbel/tree/DataArray.h>
 #include <orbel/tree/DataBaseType.h>

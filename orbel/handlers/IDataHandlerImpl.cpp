@@ -99,6 +99,10 @@ IDataHandlerImpl::~IDataHandlerImpl() {
     BridgeWatch::bridgeEnds(*this);
 }
 
+IDataHandler* IDataHandlerImpl::getOwner() {
+    return m_owner;
+}
+
 Orbel* IDataHandlerImpl::tree() {
     return getOrbel(m_sceneId, false);
 }

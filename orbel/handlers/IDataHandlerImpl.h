@@ -45,6 +45,7 @@ public:
     void onTypeChange(DataField& field, char* typeName) override;
     DataType* getFieldType() override;
 
+    IDataHandler* getOwner();
     /// The tree that serves the bridge now; null when there is none.
     Orbel* tree();
 

@@ -3,7 +3,21 @@
 #include <orbel/tree/Orbel.h>
 
 #include <iostream>
+#include <new>
 #include <string>
+
+namespace {
+
+/// Null when there is no memory for it.
+Orbel* newTree(std::string name) {
+    try {
+        return new Orbel(name.data());
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+} // namespace
 
 Orbel* SceneRegistry::treeOf(int sceneId, bool makeCurrent, bool perScene) {
     if (perScene && sceneId == -1)
@@ -19,19 +33,18 @@ Orbel* SceneRegistry::treeOf(int sceneId, bool makeCurrent, bool perScene) {
 }
 
 Orbel* SceneRegistry::onlyTree() {
-    if (!m_only) {
-        char name[] = "Orbel";
-        m_only = new Orbel(name);
-    }
+    if (!m_only)
+        m_only = newTree("Orbel");
     return m_only;
 }
 
 Orbel* SceneRegistry::sceneTree(int sceneId) {
-    Orbel*& tree = m_trees[sceneId];
-    if (!tree) {
-        std::string name = "Scene-#" + std::to_string(sceneId);
-        tree = new Orbel(name.data());
+    // Contract: a tree that could not be made is not tried again.
+    const auto [tree, isNew] = m_trees.try_emplace(sceneId, nullptr);
+    if (isNew) {
+        const std::string name = "Scene-#" + std::to_string(sceneId);
+        tree->second = newTree(name);
         std::cout << "++++++++++ Creating new Orbel : " << name << " ++++++++++" << std::endl;
     }
-    return tree;
+    return tree->second;
 }

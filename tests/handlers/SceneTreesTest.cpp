@@ -74,6 +74,19 @@ TEST_F(SingleTree, RemembersTheCurrentScene) {
     EXPECT_EQ(IDataHandlerImpl::getOrbel(3, false), current);
 }
 
+TEST_F(SingleTree, RemembersTheSceneThatIsSetCurrent) {
+    IDataHandlerImpl::SetLastSceneID(5);
+    initWith("MultiOrbel=1\n");
+    EXPECT_STREQ(IDataHandlerImpl::getOrbel(-1, false)->getName(), "Scene-#5");
+}
+
+TEST_F(SingleTree, RemembersTheSceneOfTheLastCallThatMadeOneCurrent) {
+    IDataHandlerImpl::getOrbel(3, true);
+    IDataHandlerImpl::getOrbel(9, false);
+    initWith("MultiOrbel=1\n");
+    EXPECT_STREQ(IDataHandlerImpl::getOrbel(-1, false)->getName(), "Scene-#3");
+}
+
 TEST_F(SingleTree, RemembersNoSceneToo) {
     IDataHandlerImpl::getOrbel(3, true);
     IDataHandlerImpl::getOrbel(-1, true);
@@ -126,4 +139,27 @@ TEST_F(TreePerScene, IsMadeForASceneThatIsSetCurrent) {
     EXPECT_EQ(console.takeOutput(), creating("Scene-#12"));
     IDataHandlerImpl::SetLastSceneID(-1);
     EXPECT_EQ(IDataHandlerImpl::getOrbel(-1, false), nullptr);
+}
+
+TEST_F(TreePerScene, IsMadeForAnyNumberButMinusOne) {
+    for (const int scene : {0, -2, 2'147'483'647, -2'147'483'647 - 1}) {
+        const std::string name = "Scene-#" + std::to_string(scene);
+        IDataHandlerImpl::SetLastSceneID(scene);
+        Orbel* tree = IDataHandlerImpl::getOrbel(-1, false);
+        ASSERT_NE(tree, nullptr);
+        EXPECT_EQ(tree->getName(), name);
+        EXPECT_EQ(console.takeOutput(), creating(name));
+        EXPECT_EQ(IDataHandlerImpl::getOrbel(scene, false), tree);
+    }
+    EXPECT_EQ(console.takeOutput(), "");
+}
+
+TEST_F(TreePerScene, StaysCurrentUntilAnotherIsMadeCurrent) {
+    IDataHandlerImpl::getOrbel(-1, true);
+    Orbel* seven = IDataHandlerImpl::getOrbel(7, true);
+    Orbel* eight = IDataHandlerImpl::getOrbel(8, false);
+    EXPECT_NE(seven, eight);
+    EXPECT_EQ(IDataHandlerImpl::getOrbel(-1, false), seven);
+    EXPECT_EQ(IDataHandlerImpl::getOrbel(8, true), eight);
+    EXPECT_EQ(IDataHandlerImpl::getOrbel(-1, false), eight);
 }

@@ -1,18 +1,23 @@
 #ifndef ORBEL_TESTS_SUPPORT_ALLOCATIONCOUNT_H
 #define ORBEL_TESTS_SUPPORT_ALLOCATIONCOUNT_H
 
-/// Counts what operator new hands out in the whole program. Defines the operators, so only one source of an
-/// executable may include it; and the library's objects must be linked in, as internal tests do, to be counted.
+/// Counts what operator new hands out in the whole program, and can make it fail. Defines the operators, so only one
+/// source of an executable may include it; and the library's objects must be linked in, as internal tests do, to be
+/// counted.
 
 #include <cstdlib>
+#include <limits>
 #include <new>
 
 namespace {
 
 int allocations = 0;
+std::size_t largestAllocation = std::numeric_limits<std::size_t>::max();
 
 void* counted(std::size_t size) {
     ++allocations;
+    if (size > largestAllocation)
+        throw std::bad_alloc();
     // Standard allocation never answers null for nothing, malloc may.
     if (void* memory = std::malloc(size > 0 ? size : 1))
         return memory;
@@ -53,5 +58,14 @@ int allocationsOf(Action action) {
     action();
     return allocations - before;
 }
+
+/// As long as it lives, operator new fails for `size` bytes and more.
+class FailingAllocations {
+public:
+    explicit FailingAllocations(std::size_t size) { largestAllocation = size - 1; }
+    FailingAllocations(const FailingAllocations&) = delete;
+    FailingAllocations& operator=(const FailingAllocations&) = delete;
+    ~FailingAllocations() { largestAllocation = std::numeric_limits<std::size_t>::max(); }
+};
 
 #endif

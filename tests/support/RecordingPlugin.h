@@ -12,9 +12,10 @@
 
 /// A plug-in that notes each call in a diary under its own name ("A title=news", "A list=1|2 0-1"), then does once
 /// what it was told to do.
-class RecordingPlugin : public IDataHandler {
+template <class Base>
+class RecordingPluginOf : public Base {
 public:
-    RecordingPlugin(Diary& diary, std::string name) : m_diary(&diary), m_name(std::move(name)) {}
+    RecordingPluginOf(Diary& diary, std::string name) : m_diary(&diary), m_name(std::move(name)) {}
 
     /// For the next call only. The reaction may destroy the plug-in.
     void onceThen(std::function<void()> reaction) { m_reaction = std::move(reaction); }
@@ -25,6 +26,9 @@ public:
     char* getPluginName() override { return m_name.data(); }
     int getPluginType() override { return 1; }
     char* getPluginFolder() override { return m_name.data(); }
+
+    void onInit() override { hear("init"); }
+    void onFunctionInit() override { hear("function init"); }
 
     void onDataChange(char* fieldName, std::vector<std::string>& values, int from, int to) override {
         m_lastList = &values;
@@ -52,5 +56,7 @@ private:
     std::function<void()> m_reaction;
     const void* m_lastList = nullptr;
 };
+
+using RecordingPlugin = RecordingPluginOf<IDataHandler>;
 
 #endif

@@ -2,6 +2,8 @@
 
 #include <support/Console.h>
 #include <support/Environment.h>
+#include <support/Locked.h>
+#include <support/Platform.h>
 #include <support/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
@@ -127,6 +129,33 @@ TEST_F(AllPluginPreSetsTest, AreNotReadFromAFolder) {
     EXPECT_EQ(output, "");
 }
 
+TEST_F(AllPluginPreSetsTest, AreNoneWithoutAFolder) {
+    for (const std::string& path : {folder.path("missing"), folder.write("file", "")}) {
+        readFolder(path);
+        EXPECT_EQ(output, "");
+        EXPECT_EQ(presets->find(""), nullptr);
+    }
+}
+
+TEST_F(AllPluginPreSetsTest, AreNoneWhenTheFileCannotBeRead) {
+    const Locked locked(folder.write("QX_PreSets.csv", clocks));
+    if (locked.isReadable())
+        GTEST_SKIP() << "this user may read everything";
+    readFolder(folder.path());
+    EXPECT_EQ(output, "");
+    EXPECT_EQ(presets->find("Clock"), nullptr);
+}
+
+TEST_F(AllPluginPreSetsTest, AreNoneWhenTheFolderCannotBeRead) {
+    folder.write("QX_PreSets.csv", clocks);
+    const Locked locked(folder.path());
+    if (locked.isReadable())
+        GTEST_SKIP() << "this user may read everything";
+    readFolder(folder.path());
+    EXPECT_EQ(output, "");
+    EXPECT_EQ(presets->find("Clock"), nullptr);
+}
+
 TEST_F(AllPluginPreSetsTest, OfAnEmptyFileAreNone) {
     read("");
     EXPECT_EQ(printed(), "");
@@ -163,6 +192,15 @@ TEST_F(AllPluginPreSetsTest, AreNotReadFromTheConfiguredFolderWhenThatOfTheVaria
     const Variable variable("QX_OBJECTS_DIR", empty.path());
     readFolder(folder.path());
     EXPECT_EQ(output, "");
+}
+
+TEST_F(AllPluginPreSetsTest, AreNotReadFromTheConfiguredFolderWhenTheVariableIsEmpty) {
+    if (onWindows)
+        GTEST_SKIP() << "no variable is empty there";
+    folder.write("QX_PreSets.csv", "__PLUGIN__,Clock\n");
+    const Variable variable("QX_OBJECTS_DIR", "");
+    readFolder(folder.path());
+    EXPECT_EQ(presets->find("Clock"), nullptr);
 }
 
 TEST_F(AllPluginPreSetsTest, TellTheVersionOfTheFirstLineOnly) {
@@ -231,6 +269,38 @@ TEST_F(AllPluginPreSetsTest, SkipShortLinesAndThoseThatBeginWithAComma) {
     read("__PLUGIN__,P\n,Name\n\nX\nName,Speed\n,Fast\nA\nAB\n\nC,\n,,,\nD");
     EXPECT_EQ(presets->find("P")->getColumn("Name"), 0);
     EXPECT_EQ(rows("P"), "AB/C|");
+}
+
+TEST_F(AllPluginPreSetsTest, CountTheLineEndInTheLengthOfShortLines) {
+    readRows("AB\nCDE\nFG");
+    EXPECT_EQ(rows("P"), "AB/CDE");
+    readRows("AB\nCDE");
+    EXPECT_EQ(rows("P"), "AB/CDE");
+}
+
+TEST_F(AllPluginPreSetsTest, CountACarriageReturnUnlessThePlatformDropsIt) {
+    readRows("A\r\nBC\r\n");
+    EXPECT_EQ(rows("P"), onWindows ? "BC" : "A/BC");
+}
+
+TEST_F(AllPluginPreSetsTest, TakeAPluginLineThatIsTooShortForARow) {
+    readRows("__PLUGIN__,Q");
+    EXPECT_EQ(rows("P"), "__PLUGIN__|Q");
+    readRows("__PLUGIN__,Q\nName\nQ1\n__PLUGIN__,RR");
+    EXPECT_EQ(rows("Q"), "Q1");
+    EXPECT_EQ(printed(), "    Adding plugin : P\n    Adding plugin : Q\n    Adding plugin : RR\n");
+}
+
+TEST_F(AllPluginPreSetsTest, ReadOnBehindAVersionLineWithoutAComma) {
+    read("__VERSION__ 1.2\n__PLUGIN__,Clock\n");
+    EXPECT_EQ(printed(), "    Adding plugin : Clock\n");
+}
+
+TEST_F(AllPluginPreSetsTest, AreReadFromOneFileOnly) {
+    folder.write("QX_PreSets2.csv", clocks);
+    read("__PLUGIN__,P\nName,Speed\nFast,1");
+    EXPECT_EQ(rows("P"), "Fast|1");
+    EXPECT_EQ(presets->find("Clock"), nullptr);
 }
 
 TEST_F(AllPluginPreSetsTest, KeepBlanksOfColumnsAndValues) {
@@ -347,7 +417,13 @@ TEST_F(AllPluginPreSetsTest, ReadLongLinesInPieces) {
     EXPECT_EQ(rows("P"), "N|" + value + "w/End");
     readRows("N," + value + "wxy\nEnd\n");
     EXPECT_EQ(rows("P"), "N|" + value + "w/xy/End");
+    readRows("N," + value.substr(1) + "\nEnd\n");
+    EXPECT_EQ(rows("P"), "N|" + value.substr(1) + "/End");
+    readRows("N," + value);
+    EXPECT_EQ(rows("P"), "N|" + value);
     readRows("N," + value + 'w');
+    EXPECT_EQ(rows("P"), "N|" + value + 'w');
+    readRows("N," + value + "wx");
     EXPECT_EQ(rows("P"), "N|" + value + 'w');
     readRows("N," + value + "wxyz");
     EXPECT_EQ(rows("P"), "N|" + value + "w/xyz");

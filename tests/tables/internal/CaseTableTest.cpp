@@ -1,5 +1,6 @@
 #include <orbel/tables/CaseTable.h>
 
+#include <support/Locked.h>
 #include <support/TemporaryFolder.h>
 
 #include <gtest/gtest.h>
@@ -66,6 +67,41 @@ TEST(CaseTable, IsEmptyWithoutItsFile) {
     EXPECT_EQ(countOf(tableOf("")), 0);
 }
 
+TEST(CaseTable, IsEmptyWhenItsFileCannotBeRead) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("CapitalUnicodeData.txt", capitalA);
+    const Locked locked(path);
+    if (locked.isReadable())
+        GTEST_SKIP() << "this user may read everything";
+    EXPECT_EQ(countOf(CaseTable(path.c_str())), 0);
+}
+
+TEST(CaseTable, IsEmptyWhenTheFolderIsMissingOrCannotBeRead) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(countOf(CaseTable(folder.path("missing/CapitalUnicodeData.txt").c_str())), 0);
+    const std::string path = folder.write("CapitalUnicodeData.txt", capitalA);
+    const Locked locked(folder.path());
+    if (locked.isReadable())
+        GTEST_SKIP() << "this user may read everything";
+    EXPECT_EQ(countOf(CaseTable(path.c_str())), 0);
+}
+
+TEST(CaseTable, IsTheSameWithCarriageReturns) {
+    const CaseTable table =
+        tableOf("#\r\n\r\n0041;LATIN CAPITAL LETTER A;Lu;0;L;;;;;N;;;;0061;\r\n0042;LATIN CAPITAL LETTER "
+                "B;Lu;0;L;;;;;N;;;;0062;\r\n00C0;\r\n");
+    EXPECT_EQ(countOf(table), 6);
+    EXPECT_EQ(lower(table, 'A'), 0x61U);
+    EXPECT_EQ(upper(table, 'b'), 0x42U);
+    EXPECT_EQ(lower(table, 0xC0), 0xC0U);
+}
+
+TEST(CaseTable, TakesALastLineWithoutItsEnd) {
+    const CaseTable table = tableOf(std::string(capitalA) + "0042;LATIN CAPITAL LETTER B;Lu;0;L;;;;;N;;;;0062;");
+    EXPECT_EQ(countOf(table), 4);
+    EXPECT_EQ(lower(table, 'B'), 0x62U);
+}
+
 TEST(CaseTable, TakesNothingFromTheLineOfASmallLetter) {
     EXPECT_EQ(countOf(tableOf("0061;LATIN SMALL LETTER A;Ll;0;L;;;;;N;;;0041;;0041\n")), 0);
 }
@@ -117,6 +153,7 @@ TEST(CaseTable, LeavesOutPairsWithAMissingOrImpossibleCharacter) {
     EXPECT_EQ(countOf(tableOf("0;0061;\n0041;0;\n;0061;\nx;0061;\n0041;x;\n10400;10428;\n0041;10061;\n10041;0061;\n"
                               "100000041;0061;\n0041;FFFFFFFFFFFFFFFFFF;\n-41;0061;\n")),
               0);
+    EXPECT_EQ(countOf(tableOf("0x41;0061;\n0041;+61;\nU+0041;0061;\n")), 0);
     EXPECT_EQ(lower(tableOf("FFFF;FFFE;\n"), 0xFFFF), 0xFFFEU);
 }
 
@@ -142,6 +179,9 @@ TEST(CaseTable, ReadsLongLinesInPieces) {
     EXPECT_EQ(lower(tableOf("0041;" + name + ";0061;\n"), 'A'), 0U);
     EXPECT_EQ(lower(tableOf("0041;" + name.substr(1) + ";0061;\n"), 'A'), 0x61U);
     EXPECT_EQ(lower(tableOf("0041;" + name.substr(2) + ";0061;\n"), 'A'), 0x61U);
+    EXPECT_EQ(lower(tableOf("0041;" + name.substr(3) + ";0061;\n"), 'A'), 0x61U);
+    EXPECT_EQ(lower(tableOf("0041;" + name.substr(1) + ";0061;"), 'A'), 0x61U);
+    EXPECT_EQ(lower(tableOf("0041;" + name + ";0061;"), 'A'), 0U);
     const CaseTable table = tableOf(std::string(1'023, 'x') + std::string(capitalA));
     EXPECT_EQ(lower(table, 'A'), 0x61U);
 }
@@ -187,4 +227,15 @@ TEST(CaseTable, HasAllCapitalLettersOfTheUnicodeCharacterDatabase) {
     EXPECT_EQ(lower(table, 0x0130), 0x69U);
     EXPECT_EQ(lower(table, 0x1E9E), 0xDFU);
     EXPECT_EQ(upper(table, 0xE4), 0xC4U);
+}
+
+TEST(CaseTable, ReadsMillionsOfBytes) {
+    std::string lines;
+    for (int line = 0; line < 50'000; ++line)
+        lines += "0041;LATIN CAPITAL LETTER A;0061;\n";
+    // One line of three megabytes.
+    lines += std::string(3'000'000, 'x') + "\n0042;0062;\n";
+    const CaseTable table = tableOf(lines);
+    EXPECT_EQ(countOf(table), 4);
+    EXPECT_EQ(lower(table, 'B'), 0x62U);
 }

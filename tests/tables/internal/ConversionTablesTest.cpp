@@ -2,6 +2,7 @@
 
 #include <support/Console.h>
 #include <support/Environment.h>
+#include <support/Locked.h>
 #include <support/Platform.h>
 #include <support/TemporaryFolder.h>
 
@@ -131,6 +132,13 @@ TEST_F(ConversionTablesTest, ConvertUnknownKeysByTheirDefault) {
 TEST_F(ConversionTablesTest, WithoutADefaultConvertUnknownKeysToTheEmptyText) {
     read("__TABLE__,T\na,b\n");
     EXPECT_EQ(lookup("x"), "");
+}
+
+TEST_F(ConversionTablesTest, FindTheDefaultWithoutTheBlanksAroundIt) {
+    read("__TABLE__,T\n __DEFAULT__\t,x\n__TABLE__,U\n__DEFAULT__,\n__TABLE__,V\n__default__,y\n");
+    EXPECT_EQ(lookup("T", "a"), "x");
+    EXPECT_EQ(lookup("U", "a"), "");
+    EXPECT_EQ(lookup("V", "a"), "");
 }
 
 TEST_F(ConversionTablesTest, KeepTheFirstValueOfAKey) {
@@ -388,6 +396,35 @@ TEST_F(ConversionTablesTest, ReadLongLinesInPieces) {
     EXPECT_EQ(lookup("a"), "none");
 }
 
+TEST_F(ConversionTablesTest, CountTheLineEndInTheLengthOfALine) {
+    const std::string key(1'019, 'k');
+    for (const char* value : {"v", "vw"})
+        for (const char* end : {"\n", ""}) {
+            readRows(key + ',' + value + "x" + end);
+            EXPECT_EQ(lookup(key), value + std::string("x"));
+        }
+    readRows(key + ",vwx\na,b");
+    EXPECT_EQ(lookup(key), "vwx");
+    EXPECT_EQ(lookup("a"), "b");
+    readRows(key + ",vwxy");
+    EXPECT_EQ(lookup(key), "vwx");
+    readRows(key + ",vwxy,z");
+    EXPECT_EQ(lookup(key), "vwx");
+    EXPECT_EQ(lookup("y"), "z");
+}
+
+TEST_F(ConversionTablesTest, ReadPiecesOfLongLinesAsLines) {
+    const std::string full(1'023, 'k');
+    readRows(full + ",a,b\n" + full + "__DELIMITER__,;\n" + full + "c;d\n" + full + "__TABLE__,UU");
+    EXPECT_EQ(lookup("a"), "none");
+    EXPECT_EQ(lookup("c"), "d");
+    EXPECT_EQ(printed(), "    Adding table : T\n    Adding table : UU\n");
+    read(full + "__VERSION__,7\n");
+    EXPECT_EQ(printed(), "");
+    read(',' + full.substr(1) + "__VERSION__,7\n");
+    EXPECT_EQ(printed(), "    File format version : 7\n");
+}
+
 TEST_F(ConversionTablesTest, ConvertKeysAndNamesOfAnyLength) {
     readRows("a,b\n");
     EXPECT_EQ(lookup(std::string(5'000, ' ') + 'a' + std::string(5'000, ' ')), "b");
@@ -427,6 +464,33 @@ TEST_F(ConversionTablesTest, MergeAllFilesOfAFolderByTheirNames) {
 TEST_F(ConversionTablesTest, AreNotReadFromFolders) {
     std::filesystem::create_directory(folder.path("QX_ConvTables.csv"));
     readFolders(folder.path());
+    EXPECT_EQ(output, "");
+}
+
+TEST_F(ConversionTablesTest, AreReadWithoutFilesThatCannotBeRead) {
+    const Locked locked(folder.write("QX_ConvTables1.csv", "__TABLE__,T\na,1\n"));
+    folder.write("QX_ConvTables2.csv", "__TABLE__,T\na,2\n");
+    if (locked.isReadable())
+        GTEST_SKIP() << "this user may read everything";
+    readFolders(folder.path());
+    EXPECT_EQ(lookup("a"), "2");
+    EXPECT_EQ(output, heading(folder.path(), "QX_ConvTables2.csv") + "    Adding table : T\n");
+}
+
+TEST_F(ConversionTablesTest, AreReadWithoutFoldersThatCannotBeRead) {
+    const TemporaryFolder second;
+    folder.write("QX_ConvTables.csv", "__TABLE__,T\na,1\n");
+    second.write("QX_ConvTables.csv", "__TABLE__,T\na,2\n");
+    const Locked locked(folder.path());
+    if (locked.isReadable())
+        GTEST_SKIP() << "this user may read everything";
+    readFolders(folder.path() + ';' + second.path());
+    EXPECT_EQ(lookup("a"), "2");
+    EXPECT_EQ(output, heading(second.path(), "QX_ConvTables.csv") + "    Adding table : T\n");
+}
+
+TEST_F(ConversionTablesTest, OfAFileForAFolderAreNone) {
+    readFolders(folder.write("QX_ConvTables.csv", "__TABLE__,T\na,1\n"));
     EXPECT_EQ(output, "");
 }
 
