@@ -1,6 +1,8 @@
 #!/bin/sh
 # check_weather_board.sh CHECK CSV SCRIPTS FOLDER PROGRAM...
 set -eu
+# It would stand for the operator's folder.
+unset QX_OBJECTS_DIR
 
 check=$1 csv=$2 scripts=$3 folder=$4
 operator=$(dirname "$csv")
