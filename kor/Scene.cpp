@@ -138,9 +138,8 @@ int Scene::find(const std::string& nameOrPath) const {
     std::string_view rest = nameOrPath;
     for (;;) {
         const std::size_t end = rest.find('/');
-        const auto found = std::find_if(level->begin(), level->end(), [&](int id) {
-            return m_containers.at(id).name == rest.substr(0, end);
-        });
+        const auto found = std::find_if(level->begin(), level->end(),
+                                        [&](int id) { return m_containers.at(id).name == rest.substr(0, end); });
         if (found == level->end())
             return -1;
         if (end == std::string_view::npos)

@@ -60,6 +60,8 @@ struct PlugIn {
     std::unique_ptr<korDataHandler> handler;
     /// It is missing or has thrown, and is left alone from now on.
     bool hasFailed = false;
+    /// Its settings have changed since it was made.
+    bool isStale = false;
 };
 
 /// A scene: containers in a tree, with geometries and plug-ins. Every object has an id of its own, from 1.

@@ -1,7 +1,7 @@
 #include "HeadlinePlugin.h"
 
 #include "Tables.h"
-#include "Utf8.h"
+#include <kor/Utf8.h>
 
 CaptionPlugin::CaptionPlugin(BoardState& board) : BoardPlugin("WeatherCaption"), m_board(board) {
     setNotifyOnValueChange(1);

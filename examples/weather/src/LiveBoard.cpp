@@ -1,7 +1,7 @@
 #include "LiveBoard.h"
 
 #include "Dates.h"
-#include "Utf8.h"
+#include <kor/Utf8.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #include "PlainBoard.h"
 
-#include "Utf8.h"
+#include <kor/Utf8.h>
 
 #include <algorithm>
 #include <iomanip>

@@ -1,6 +1,6 @@
 #include "StyledLine.h"
 
-#include "Utf8.h"
+#include <kor/Utf8.h>
 
 StyledLine& StyledLine::add(std::string_view text, std::string_view style) {
     if (!style.empty())

@@ -1,7 +1,7 @@
 #include "SvgBoard.h"
 
 #include "Dates.h"
-#include "SvgDrawing.h"
+#include <kor/SvgDrawing.h>
 
 #include <algorithm>
 #include <cstdio>

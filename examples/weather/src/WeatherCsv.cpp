@@ -2,7 +2,7 @@
 
 #include "Dates.h"
 #include "InputError.h"
-#include "Utf8.h"
+#include <kor/Utf8.h>
 
 #include <algorithm>
 #include <charconv>

@@ -1,5 +1,5 @@
-#ifndef WEATHER_SVGDRAWING_H
-#define WEATHER_SVGDRAWING_H
+#ifndef KOR_SVGDRAWING_H
+#define KOR_SVGDRAWING_H
 
 #include <iosfwd>
 #include <string>

@@ -1,5 +1,5 @@
-#ifndef WEATHER_UTF8_H
-#define WEATHER_UTF8_H
+#ifndef KOR_UTF8_H
+#define KOR_UTF8_H
 
 #include <cstddef>
 #include <optional>
