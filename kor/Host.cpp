@@ -136,14 +136,24 @@ void Host::callFrame() {
 
 void Host::runCommands(const std::string& line) {
     Orbel* const tree = IDataHandlerImpl::getOrbel(m_scene.id(), false);
+    std::string text = line.size() > 2 && line[1] == ' ' ? line.substr(2) : line;
     if (!tree)
         return;
-    DataExpression commands;
-    std::string text = line;
-    commands.setHostField(tree, tree);
-    commands.parse(text.data());
     try {
-        commands.executeExtended(tree, _api__kor_send_command, 0);
+        switch (text.size() < line.size() ? line.front() : '\0') {
+        case '0':
+            answer(text);
+            break;
+        case 'C':
+            tree->parseCopyCommand(text.data());
+            break;
+        case 'L':
+            tree->parseLinkCommand(text.data());
+            break;
+        default:
+            text = line;
+            tree->parseCommand(text.data(), 0);
+        }
     } catch (const std::exception& error) {
         std::cerr << "Kor: a plug-in threw at \"" << line << "\": " << error.what() << '\n';
     }

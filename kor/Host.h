@@ -26,7 +26,8 @@ public:
     void attachAll();
     /// Calls the plug-ins of one frame, and attaches what has come since the last.
     void callFrame();
-    /// Runs the commands of one line: those of DataExpression::executeExtended on the scene's tree, separated by ";".
+    /// Runs one line on the scene's tree: "path = value" commands, "C " and a list of copy commands, "L " and a list of
+    /// links, which replaces all links of the tree, or "0 " and a command for answer.
     void runCommands(const std::string& line);
 
     /// Answers a command of the host; docs/host.md lists them. Valid until the next call.

@@ -7,7 +7,7 @@ namespace {
 class ArrayPlugIn : public KorStructure {
 public:
     explicit ArrayPlugIn(const KorSettings& settings) : KorStructure("DataArray", settings) {
-        setTypedName(setting("TypeStr") + ":", "");
+        makeNode(setting("TypeStr") + ":", "");
     }
 
     DataType* getFieldType() override { return DataArray::getClassType(); }
