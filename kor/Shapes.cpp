@@ -107,7 +107,7 @@ private:
         const double radius = geometry.radius * std::min(std::abs(at.scaleX), std::abs(at.scaleY));
         // A negative height of what grows up is a value below zero: no bar.
         if (isDrawable(box) && hasColour(geometry.colour) && geometry.width > 0 && geometry.height > 0)
-            m_shapes.push_back(
+            m_shapes.emplace_back(
                 RectangleShape{box, geometry.colour, std::isfinite(radius) ? radius : 0, geometry.growsUp});
     }
 
@@ -124,7 +124,7 @@ private:
         for (std::string& line : linesOf(geometry.text)) {
             shape.text = std::move(line);
             if (!shape.text.empty())
-                m_shapes.push_back(shape);
+                m_shapes.emplace_back(shape);
             shape.top += 1.2 * shape.size;
         }
     }
@@ -132,7 +132,7 @@ private:
     void addPicture(const Geometry& geometry, const Transform& at) {
         const Box box = boxOf(geometry, at);
         if (isDrawable(box) && geometry.width > 0 && geometry.height > 0 && !geometry.picture.empty())
-            m_shapes.push_back(PictureShape{box, printable(geometry.picture), geometry.colour});
+            m_shapes.emplace_back(PictureShape{box, printable(geometry.picture), geometry.colour});
     }
 
     std::vector<Shape>& m_shapes;
