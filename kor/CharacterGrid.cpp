@@ -21,7 +21,7 @@ int whole(double value) {
 }
 
 int nearest(double value) {
-    return whole(std::round(value));
+    return whole(std::floor(value + 0.5));
 }
 
 char32_t blockOf(int eighths) {
