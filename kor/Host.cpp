@@ -8,13 +8,43 @@
 #include <asio/ip/host_name.hpp>
 #include <asio/ip/tcp.hpp>
 
+#include <cstddef>
 #include <exception>
 #include <iostream>
+#include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace {
 
 Host* currentHost = nullptr;
+
+/// What the exception that is being handled says.
+std::string currentReason() {
+    try {
+        throw;
+    } catch (const std::exception& error) {
+        return *error.what() ? error.what() : "threw an exception that says nothing";
+    } catch (...) {
+        return "threw something that is no exception";
+    }
+}
+
+/// Observes a field, since one that nobody observes leaves its tree.
+class FieldKeeper : public IDataHandler {
+public:
+    FieldKeeper(int sceneId, DataField* field) {
+        init(sceneId);
+        registerHandler(field);
+    }
+
+    char* getPluginName() override { return m_none; }
+    int getPluginType() override { return 0; }
+    char* getPluginFolder() override { return m_none; }
+
+private:
+    char m_none[1] = {};
+};
 
 } // namespace
 
@@ -28,6 +58,8 @@ Host::~Host() {
             finish(*plugIn);
         m_scene.removePlugIn(id);
     }
+    m_fieldKeepers.clear();
+    m_scene.destroyRemoved();
     currentHost = nullptr;
 }
 
@@ -37,76 +69,89 @@ Host* Host::current() {
 
 template <class Action>
 void Host::call(PlugIn& plugIn, Action action) {
-    const int id = plugIn.id;
     const int before = std::exchange(m_localContainer, plugIn.container);
     std::string reason;
     try {
         action();
-    } catch (const std::exception& error) {
-        reason = error.what();
     } catch (...) {
-        reason = "threw something that is no exception";
+        reason = currentReason();
     }
     m_localContainer = before;
-    // The plug-in may have removed itself meanwhile.
-    if (PlugIn* const still = reason.empty() ? nullptr : m_scene.plugIn(id))
-        fail(*still, reason);
+    if (!reason.empty())
+        fail(plugIn, reason);
 }
 
 void Host::fail(PlugIn& plugIn, const std::string& reason) {
     plugIn.hasFailed = true;
+    if (plugIn.handler)
+        plugIn.handler->unregisterHandler();
     std::cerr << "Kor: plug-in " << plugIn.kind << " on container \"" << m_scene.nameOf(plugIn.container)
               << "\": " << reason << '\n';
 }
 
 void Host::finish(PlugIn& plugIn) {
+    if (plugIn.isEnding)
+        return;
+    plugIn.isEnding = true;
     if (plugIn.handler && !plugIn.hasFailed)
         call(plugIn, [&] { plugIn.handler->onCleanup(); });
 }
 
 void Host::build(PlugIn& plugIn) {
-    if (plugIn.handler || plugIn.hasFailed)
+    if (plugIn.handler || plugIn.hasFailed || plugIn.isInTheMaking)
         return;
-    const int id = plugIn.id;
+    plugIn.isInTheMaking = true;
     call(plugIn, [&] {
         std::unique_ptr<korDataHandler> handler(m_modules.find(plugIn.kind)(plugIn.settings));
         if (!handler)
             throw std::runtime_error("its module made none");
-        PlugIn* const still = m_scene.plugIn(id);
-        if (!still)
+        // It may have removed itself meanwhile.
+        if (!m_scene.plugIn(plugIn.id))
             return;
-        still->handler = std::move(handler);
-        still->record.handler = still->handler.get();
-        still->handler->onLoad();
+        plugIn.handler = std::move(handler);
+        plugIn.record.handler = plugIn.handler.get();
+        plugIn.handler->onLoad();
     });
+    plugIn.isInTheMaking = false;
 }
 
 korPluginRecord* Host::recordOf(int plugIn) {
     PlugIn* const found = m_scene.plugIn(plugIn);
     m_lastAsked = plugIn;
+    if (found && m_isAttaching)
+        m_localContainer = found->container;
     return found && !found->hasFailed ? &found->record : nullptr;
 }
 
-void Host::attachAll() {
+bool Host::attachOnce() {
     const auto& tops = m_scene.tops();
-    const int before = std::exchange(m_localContainer, tops.empty() ? -1 : tops.front());
-    // A plug-in that throws ends the traversal, so it goes on without that one.
-    for (bool isDone = false; !isDone;) {
-        std::string reason;
-        try {
-            initOrbel();
-        } catch (const std::exception& error) {
-            reason = error.what();
-        } catch (...) {
-            reason = "threw something that is no exception";
-        }
-        PlugIn* const thrower = reason.empty() ? nullptr : m_scene.plugIn(m_lastAsked);
-        if (thrower && !thrower->hasFailed)
+    m_localContainer = tops.empty() ? -1 : tops.front();
+    m_lastAsked = -1;
+    try {
+        initOrbel();
+        return true;
+    } catch (...) {
+        const std::string reason = currentReason();
+        if (PlugIn* const thrower = m_scene.plugIn(m_lastAsked))
             fail(*thrower, reason);
         else
-            isDone = true;
+            std::cerr << "Kor: a plug-in that is gone: " << reason << '\n';
+        return false;
     }
+}
+
+void Host::attachAll() {
+    m_hasNew = false;
+    const int before = m_localContainer;
+    m_isAttaching = true;
+    // A plug-in that throws ends the traversal, so it goes on without that one. Each does so once, unless it replaces
+    // itself over and over.
+    std::size_t attempts = m_scene.allPlugIns().size() + 1;
+    while (!attachOnce() && --attempts > 0) {
+    }
+    m_isAttaching = false;
     m_localContainer = before;
+    m_fieldKeepers.clear();
 }
 
 void Host::dropStale() {
@@ -115,17 +160,23 @@ void Host::dropStale() {
         if (!plugIn || !plugIn->isStale)
             continue;
         finish(*plugIn);
+        if (!m_scene.plugIn(id))
+            continue;
+        if (DataField* const field = plugIn->handler ? plugIn->handler->getField() : nullptr)
+            m_fieldKeepers.push_back(std::make_unique<FieldKeeper>(m_scene.id(), field));
         plugIn->isStale = false;
+        plugIn->isEnding = false;
         plugIn->hasFailed = false;
         plugIn->record.handler = nullptr;
         plugIn->handler.reset();
-        korDataHandler::setInitQX(1);
+        m_hasNew = true;
     }
 }
 
 void Host::callFrame() {
+    m_scene.destroyRemoved();
     dropStale();
-    if (korDataHandler::getInitQX() != 0)
+    if (m_hasNew || korDataHandler::getInitQX() != 0)
         attachAll();
     for (const int id : m_scene.allPlugIns()) {
         PlugIn* const plugIn = m_scene.plugIn(id);
@@ -136,11 +187,12 @@ void Host::callFrame() {
 
 void Host::runCommands(const std::string& line) {
     Orbel* const tree = IDataHandlerImpl::getOrbel(m_scene.id(), false);
-    std::string text = line.size() > 2 && line[1] == ' ' ? line.substr(2) : line;
     if (!tree)
         return;
+    const bool hasVerb = line.size() > 2 && line[1] == ' ';
+    std::string text = hasVerb ? line.substr(2) : line;
     try {
-        switch (text.size() < line.size() ? line.front() : '\0') {
+        switch (hasVerb ? line.front() : '\0') {
         case '0':
             answer(text);
             break;
@@ -154,8 +206,8 @@ void Host::runCommands(const std::string& line) {
             text = line;
             tree->parseCommand(text.data(), 0);
         }
-    } catch (const std::exception& error) {
-        std::cerr << "Kor: a plug-in threw at \"" << line << "\": " << error.what() << '\n';
+    } catch (...) {
+        std::cerr << "Kor: a plug-in at \"" << line << "\": " << currentReason() << '\n';
     }
 }
 
@@ -165,17 +217,23 @@ void Host::createPlugIn(int container, const std::string& kind) {
     const std::string name = kind.compare(0, builtIn.size(), builtIn) == 0 ? kind.substr(builtIn.size()) : kind;
     if (!on || name.empty() || m_scene.plugInOn(container, name) != -1)
         return;
+    if (on->plugins.size() == Scene::maxPlugIns) {
+        std::cerr << "Kor: plug-in " << name << " on container \"" << on->name << "\": there are already "
+                  << Scene::maxPlugIns << " on it\n";
+        return;
+    }
     m_scene.addPlugIn(*on, name, {});
-    korDataHandler::setInitQX(1);
+    m_hasNew = true;
 }
 
 void Host::deletePlugIn(int container, const std::string& kind) {
     PlugIn* const plugIn = m_scene.plugIn(m_scene.plugInOn(container, kind));
     if (!plugIn)
         return;
-    const int id = plugIn->id;
     finish(*plugIn);
-    m_scene.removePlugIn(id);
+    m_scene.removePlugIn(plugIn->id);
+    // What it stood for goes to who is above it.
+    m_hasNew = true;
 }
 
 void Host::changeSetting(PlugIn& plugIn, const std::string& setting, const std::string& value) {

@@ -4,7 +4,9 @@
 #include "Modules.h"
 #include "Scene.h"
 
+#include <memory>
 #include <string>
+#include <vector>
 
 /// The host of one scene: calls its plug-ins and answers them. What the executable exports to the library and to
 /// plug-ins asks current().
@@ -39,8 +41,9 @@ public:
 
     /// Makes the handler of a plug-in; reports what is missing or thrown, and then leaves the plug-in alone.
     void build(PlugIn& plugIn);
-    /// Null for a plug-in that has failed, or whose handler is in the making.
+    /// Null for a plug-in that has failed.
     korPluginRecord* recordOf(int plugIn);
+    /// Reports when a container would have more than maxPlugIns.
     void createPlugIn(int container, const std::string& kind);
     void deletePlugIn(int container, const std::string& kind);
     /// The plug-in is made anew before the next frame.
@@ -52,12 +55,19 @@ private:
     void fail(PlugIn& plugIn, const std::string& reason);
     void finish(PlugIn& plugIn);
     void dropStale();
+    /// False when a plug-in threw, which is left alone from then on.
+    bool attachOnce();
 
     Scene& m_scene;
     Modules& m_modules;
     int m_localContainer = -1;
+    bool m_isAttaching = false;
+    /// Plug-ins have come that are not attached.
+    bool m_hasNew = false;
     /// The plug-in whose record was asked for last: the one that a traversal is calling.
     int m_lastAsked = -1;
+    /// Keep the fields of plug-ins that are being made anew, and so their values.
+    std::vector<std::unique_ptr<IDataHandler>> m_fieldKeepers;
     std::string m_answer;
 };
 

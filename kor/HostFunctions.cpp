@@ -25,27 +25,53 @@ bool isAlive(int plugIn) {
     return found && !found->hasFailed;
 }
 
+template <class Answer>
+void give(Answer* to, Answer answer) {
+    if (to)
+        *to = answer;
+}
+
+std::string textOf(const char* text) {
+    return text ? text : "";
+}
+
+const char* nameOf(int id) {
+    return host() ? host()->scene().nameOf(id).c_str() : "";
+}
+
+/// Moves a handle to where `next` says, -1 for nowhere.
+template <class Next>
+void move(CONTAINER* handle, Next next) {
+    if (!handle)
+        return;
+    const Container* const from = containerOf(handle->id);
+    handle->id = from ? next(*from) : -1;
+}
+
 void ask(int plugIn, unsigned request, void** out) {
-    *out = nullptr;
     PlugIn* const found = host() ? host()->scene().plugIn(plugIn) : nullptr;
     if (found && request == buildRequest)
         host()->build(*found);
-    if (request == dataRequest || request == buildRequest)
-        *out = host() ? host()->recordOf(plugIn) : nullptr;
+    const bool isKnown = request == dataRequest || request == buildRequest;
+    give<void*>(out, found && isKnown ? host()->recordOf(plugIn) : nullptr);
 }
 
 } // namespace
 
 int _api__get_local_container(CONTAINER* container) {
-    return container->id = host() ? host()->localContainer() : -1;
+    const int id = host() ? host()->localContainer() : -1;
+    give(container, CONTAINER(id));
+    return id;
 }
 
 int _api__get_sceneid_local(SCENE* scene) {
-    return scene->id = host() ? host()->scene().id() : -1;
+    const int id = host() ? host()->scene().id() : -1;
+    give(scene, SCENE(id));
+    return id;
 }
 
 int _api__get_objectid(const char* name, const char* /*context*/, int /*flags*/) {
-    return host() ? host()->scene().find(name) : -1;
+    return host() ? host()->scene().find(textOf(name)) : -1;
 }
 
 int _api__get_objectid_from_objectid(int id) {
@@ -57,37 +83,35 @@ int _api__object_valid(int id) {
 }
 
 void _api__container_get_name(int container, const char** name) {
-    *name = host() ? host()->scene().nameOf(container).c_str() : "";
+    give(name, nameOf(container));
 }
 
 void _api__container_next(CONTAINER* container) {
-    const Container* const from = containerOf(container->id);
-    container->id = from ? host()->scene().siblingBehind(*from) : -1;
+    move(container, [](const Container& from) { return host()->scene().siblingBehind(from); });
 }
 
 void _api__container_level_up_2(CONTAINER* container) {
-    const Container* const from = containerOf(container->id);
-    container->id = from ? from->parent : -1;
+    move(container, [](const Container& from) { return from.parent; });
 }
 
 void _api__container_level_down_2(CONTAINER* container) {
-    const Container* const from = containerOf(container->id);
-    container->id = from && !from->children.empty() ? from->children.front() : -1;
+    move(container, [](const Container& from) { return from.children.empty() ? -1 : from.children.front(); });
 }
 
 void _api__container_get_geometry(int container, int* geometry) {
     const Container* const on = containerOf(container);
-    *geometry = on && on->geometry ? on->geometry->id : -1;
+    give(geometry, on && on->geometry ? on->geometry->id : -1);
 }
 
 int _api__container_get_function(int container, int* function, const char* plugin) {
-    *function = host() ? host()->scene().plugInOn(container, plugin) : -1;
-    return *function == -1 ? 0 : 1;
+    const int found = host() ? host()->scene().plugInOn(container, textOf(plugin)) : -1;
+    give(function, found);
+    return found == -1 ? 0 : 1;
 }
 
 int _api__container_get_function_plugins(int container, int* functions, int capacity) {
     const Container* const on = containerOf(container);
-    if (!on)
+    if (!on || !functions)
         return 0;
     int count = 0;
     for (const int plugIn : on->plugins)
@@ -100,27 +124,27 @@ int _api__container_get_function_plugins(int container, int* functions, int capa
 
 void _api__container_create_function(int container, const char* plugin) {
     if (host())
-        host()->createPlugIn(container, plugin);
+        host()->createPlugIn(container, textOf(plugin));
 }
 
 void _api__container_delete_function(int container, const char* plugin) {
     if (host())
-        host()->deletePlugIn(container, plugin);
+        host()->deletePlugIn(container, textOf(plugin));
 }
 
 int _api__scene_get_root(int scene, int* root) {
     if (!host() || scene != host()->scene().id() || host()->scene().tops().empty())
         return 0;
-    *root = host()->scene().tops().front();
+    give(root, host()->scene().tops().front());
     return 1;
 }
 
 void _api__scene_get_name(int scene, const char** name) {
-    *name = host() ? host()->scene().nameOf(scene).c_str() : "";
+    give(name, nameOf(scene));
 }
 
 void _api__get_function_dataptr(int function, void** data) {
-    *data = isAlive(function) ? &host()->scene().plugIn(function)->record : nullptr;
+    give<void*>(data, isAlive(function) ? &host()->scene().plugIn(function)->record : nullptr);
 }
 
 void _api__function_dispatcher(int function, unsigned int request, void* /*argument*/, void** out) {
@@ -128,20 +152,19 @@ void _api__function_dispatcher(int function, unsigned int request, void* /*argum
 }
 
 void _api__get_geom_type(int geometry, const char** type) {
-    *type = host() ? host()->scene().nameOf(geometry).c_str() : "";
+    give(type, nameOf(geometry));
 }
 
 void _api__geom_dispatcher(int geometry, unsigned int request, void* /*argument*/, void** out) {
     const Geometry* const found = host() ? host()->scene().geometry(geometry) : nullptr;
-    *out = nullptr;
-    if (!found || !isAlive(found->plugin))
-        return;
+    const int plugIn = found ? found->plugin : -1;
     // A geometry is asked for its data only, so its handler is made then.
-    host()->build(*host()->scene().plugIn(found->plugin));
-    ask(found->plugin, request, out);
+    if (isAlive(plugIn) && request == dataRequest)
+        ask(plugIn, buildRequest, nullptr);
+    ask(plugIn, request, out);
 }
 
 int _api__kor_send_command(const char* command, const char** answer) {
-    *answer = host() ? host()->answer(command).c_str() : "";
+    give(answer, host() ? host()->answer(textOf(command)).c_str() : "");
     return host() ? 1 : 0;
 }

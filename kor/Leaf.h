@@ -1,11 +1,11 @@
 #ifndef KOR_LEAF_H
 #define KOR_LEAF_H
 
+#include "Numbers.h"
 #include "PlugIn.h"
 
 #include <orbel/orbel.h>
 
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -28,8 +28,7 @@ protected:
     virtual void show(const std::string& value) = 0;
 
     double number(const std::string& name, double fallback) const {
-        const std::string text = setting(name);
-        return text.empty() ? fallback : std::strtod(text.c_str(), nullptr);
+        return numbers::read(setting(name)).value_or(fallback);
     }
 
 private:

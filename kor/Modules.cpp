@@ -30,7 +30,10 @@ Modules::Create Modules::find(const std::string& kind) {
     if (found == m_modules.end()) {
         if (kind.find_first_of("/\\:") != std::string::npos)
             throw std::runtime_error("no kind of plug-in has such a name");
-        const auto path = std::filesystem::path(m_folder) / (kind + SharedLibrary::suffix);
+        // Systems look for a bare file name in folders of their own.
+        const auto path = std::filesystem::absolute(std::filesystem::path(m_folder) / (kind + SharedLibrary::suffix));
+        if (!std::filesystem::exists(path))
+            throw std::runtime_error("there is no module " + path.string());
         found = m_modules.emplace(kind, std::make_unique<Module>(path.string())).first;
     }
     return found->second->create();

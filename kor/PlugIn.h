@@ -1,8 +1,9 @@
 #ifndef KOR_PLUGIN_H
 #define KOR_PLUGIN_H
 
-#include <orbel/host/HostApi.h>
 #include <orbel/host/korDataStructureHandler.h>
+
+#include "SendCommand.h"
 
 #include <exception>
 #include <iostream>
@@ -47,9 +48,7 @@ protected:
 
     /// Sets a property of the container that the plug-in serves, such as "ACTIVE" or "GEOM*TEXT".
     void setProperty(const std::string& property, const std::string& value) {
-        const char* answer = nullptr;
-        const std::string id = std::to_string(this->getCurrentContainer().id);
-        _api__kor_send_command(('#' + id + '*' + property + " SET " + value).c_str(), &answer);
+        sendCommand('#' + std::to_string(this->getCurrentContainer().id) + '*' + property + " SET " + value);
     }
 
     /// Reports what an action throws, by the plug-in's name. The rest of the scene goes on.

@@ -1,12 +1,11 @@
 #include "Properties.h"
 
 #include "Host.h"
+#include "Numbers.h"
 
 #include <charconv>
-#include <cstdlib>
-#include <optional>
-#include <sstream>
 #include <string_view>
+#include <system_error>
 
 namespace {
 
@@ -15,19 +14,6 @@ std::string_view cutAt(std::string_view& rest, char separator) {
     const std::string_view cut = rest.substr(0, end);
     rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
     return cut;
-}
-
-std::string textOf(double number) {
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << number;
-    return text.str();
-}
-
-double numberOf(const std::string& text) {
-    double number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
 }
 
 /// A property of a container: where it is kept, as one of these.
@@ -78,17 +64,18 @@ std::string get(const Slot& slot) {
     if (slot.text)
         return *slot.text;
     if (slot.number)
-        return textOf(*slot.number);
+        return numbers::write(*slot.number);
     return slot.flag ? (*slot.flag ? "1" : "0") : "";
 }
 
 void set(const Slot& slot, const std::string& value) {
     if (slot.text)
         *slot.text = value;
-    if (slot.number)
-        *slot.number = numberOf(value);
+    const auto number = numbers::read(value);
+    if (slot.number && number)
+        *slot.number = *number;
     if (slot.flag)
-        *slot.flag = std::atoi(value.c_str()) != 0;
+        *slot.flag = number.value_or(0) != 0;
 }
 
 /// "KIND*SETTING" with GET or SET, "KIND" with ADD or DELETE.
@@ -113,7 +100,11 @@ std::string answerForPlugIn(Host& host, int container, std::string_view rest, st
 }
 
 int containerOf(Scene& scene, std::string_view name) {
-    return name.substr(0, 1) == "#" ? std::atoi(std::string(name.substr(1)).c_str()) : scene.find(std::string(name));
+    if (name.substr(0, 1) != "#")
+        return scene.find(std::string(name));
+    int id = -1;
+    const auto result = std::from_chars(name.data() + 1, name.data() + name.size(), id);
+    return result.ec == std::errc() && result.ptr == name.data() + name.size() ? id : -1;
 }
 
 std::string_view withoutNumber(std::string_view command) {

@@ -13,7 +13,7 @@ class Host;
 ///     #12*FUNCTION*DataText*FieldName SET title  a setting of a plug-in, which takes effect in the next frame
 ///     #12*FUNCTION*DataText ADD                  adds a plug-in, DELETE removes it
 ///
-/// A number and a blank in front, as expressions send them, count for nothing.
+/// A number that is none changes nothing. A number and a blank in front, as expressions send them, count for nothing.
 std::string answerCommand(Host& host, const std::string& command);
 
 #endif

@@ -43,33 +43,42 @@ Container& Scene::addContainer(const std::string& containerName, int parent) {
     added.id = m_lastId;
     added.name = containerName;
     added.parent = parent;
-    auto& siblings = siblingsOf(added);
-    added.position = siblings.size();
-    siblings.push_back(added.id);
+    siblingsOf(added).push_back(added.id);
     return added;
 }
 
 void Scene::removeContainer(int id) {
-    Container* const removed = container(id);
-    if (!removed)
+    const Container* const top = container(id);
+    if (!top)
         return;
-    while (!removed->children.empty())
-        removeContainer(removed->children.back());
-    while (!removed->plugins.empty())
-        removePlugIn(removed->plugins.back());
-    if (removed->geometry) {
-        if (removed->geometry->plugin != -1)
-            removePlugIn(removed->geometry->plugin);
-        m_geometries.erase(removed->geometry->id);
+    auto& siblings = siblingsOf(*top);
+    siblings.erase(std::lower_bound(siblings.begin(), siblings.end(), id));
+    // Parents come before their children here, and go after them.
+    std::vector<int> all = {id};
+    for (std::size_t next = 0; next < all.size(); ++next) {
+        const auto& children = m_containers.at(all[next]).children;
+        all.insert(all.end(), children.begin(), children.end());
     }
-    auto& siblings = siblingsOf(*removed);
-    siblings.erase(siblings.begin() + static_cast<std::ptrdiff_t>(removed->position));
-    for (std::size_t position = removed->position; position < siblings.size(); ++position)
-        m_containers.at(siblings[position]).position = position;
-    m_containers.erase(id);
+    for (auto next = all.rbegin(); next != all.rend(); ++next) {
+        removeContent(m_containers.at(*next));
+        m_containers.erase(*next);
+    }
+}
+
+void Scene::removeContent(Container& removed) {
+    while (!removed.plugins.empty())
+        removePlugIn(removed.plugins.back());
+    if (!removed.geometry)
+        return;
+    removePlugIn(removed.geometry->plugin);
+    m_geometries.erase(removed.geometry->id);
 }
 
 Geometry& Scene::addGeometry(Container& container, const std::string& type) {
+    if (container.geometry) {
+        removePlugIn(container.geometry->plugin);
+        m_geometries.erase(container.geometry->id);
+    }
     container.geometry = std::make_unique<Geometry>();
     container.geometry->id = ++m_lastId;
     container.geometry->type = type;
@@ -84,7 +93,10 @@ PlugIn& Scene::addPlugIn(Container& container, const std::string& kind, KorSetti
 }
 
 PlugIn& Scene::addGeometryPlugIn(Container& container, const std::string& kind, KorSettings settings) {
-    return makePlugIn(container, kind, std::move(settings));
+    PlugIn& added = makePlugIn(container, kind, std::move(settings));
+    if (container.geometry)
+        container.geometry->plugin = added.id;
+    return added;
 }
 
 PlugIn& Scene::makePlugIn(const Container& container, const std::string& kind, KorSettings settings) {
@@ -103,12 +115,23 @@ void Scene::removePlugIn(int id) {
     const auto found = m_plugIns.find(id);
     if (found == m_plugIns.end())
         return;
-    // Taken out first: its destructor may ask the host for what is on its container.
-    const std::unique_ptr<PlugIn> removed = std::move(found->second);
+    m_removed.push_back(std::move(found->second));
     m_plugIns.erase(found);
-    removed->record.handler = nullptr;
-    if (Container* const on = container(removed->container))
+    PlugIn& removed = *m_removed.back();
+    removed.record.handler = nullptr;
+    if (Container* const on = container(removed.container)) {
         on->plugins.erase(std::remove(on->plugins.begin(), on->plugins.end(), id), on->plugins.end());
+        if (on->geometry && on->geometry->plugin == id)
+            on->geometry->plugin = -1;
+    }
+    if (removed.handler)
+        removed.handler->unregisterHandler();
+}
+
+void Scene::destroyRemoved() {
+    // Their destructors may remove others.
+    while (!m_removed.empty())
+        std::exchange(m_removed, {}).clear();
 }
 
 std::vector<int> Scene::allPlugIns() const {
@@ -117,9 +140,9 @@ std::vector<int> Scene::allPlugIns() const {
     while (!open.empty()) {
         const Container& next = m_containers.at(open.back());
         open.pop_back();
-        all.insert(all.end(), next.plugins.begin(), next.plugins.end());
         if (next.geometry && next.geometry->plugin != -1)
             all.push_back(next.geometry->plugin);
+        all.insert(all.end(), next.plugins.begin(), next.plugins.end());
         open.insert(open.end(), next.children.rbegin(), next.children.rend());
     }
     return all;
@@ -151,7 +174,8 @@ int Scene::find(const std::string& nameOrPath) const {
 
 int Scene::siblingBehind(const Container& container) const {
     const auto& siblings = container.parent == -1 ? m_tops : m_containers.at(container.parent).children;
-    return container.position + 1 < siblings.size() ? siblings[container.position + 1] : -1;
+    const auto behind = std::upper_bound(siblings.begin(), siblings.end(), container.id);
+    return behind == siblings.end() ? -1 : *behind;
 }
 
 int Scene::plugInOn(int containerId, const std::string& kind) {

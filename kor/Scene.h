@@ -37,8 +37,7 @@ struct Container {
     int id = -1;
     std::string name;
     int parent = -1;
-    /// Among the children of the parent, or the containers at the top.
-    std::size_t position = 0;
+    /// In the order they were added, which is that of their ids.
     std::vector<int> children;
     std::vector<int> plugins;
     std::unique_ptr<Geometry> geometry;
@@ -62,12 +61,19 @@ struct PlugIn {
     bool hasFailed = false;
     /// Its settings have changed since it was made.
     bool isStale = false;
+    /// Its module is making it.
+    bool isInTheMaking = false;
+    /// It has been told to clean up.
+    bool isEnding = false;
 };
 
 /// A scene: containers in a tree, with geometries and plug-ins. Every object has an id of its own, from 1.
 class Scene {
 public:
     Scene();
+
+    /// The library sees no more on one container.
+    static constexpr std::size_t maxPlugIns = 20;
 
     int id() const { return m_id; }
 
@@ -81,15 +87,19 @@ public:
 
     /// -1 puts it at the top.
     Container& addContainer(const std::string& name, int parent);
+    /// With all below it.
     void removeContainer(int id);
     Geometry& addGeometry(Container& container, const std::string& type);
     PlugIn& addPlugIn(Container& container, const std::string& kind, KorSettings settings);
     /// A geometry of its own type has a plug-in that is not among those of the container.
     PlugIn& addGeometryPlugIn(Container& container, const std::string& kind, KorSettings settings);
+    /// It leaves the scene and the tree at once, but lives until destroyRemoved: it may be what asks for it.
     void removePlugIn(int id);
+    /// Only where no plug-in is being called.
+    void destroyRemoved();
 
     const std::vector<int>& tops() const { return m_tops; }
-    /// All plug-ins, those of containers above first.
+    /// All plug-ins, those of containers above first, in the order in which they are attached.
     std::vector<int> allPlugIns() const;
     /// The container of this name, or of this path of names separated by "/"; -1 when there is none.
     int find(const std::string& nameOrPath) const;
@@ -105,11 +115,13 @@ public:
 private:
     PlugIn& makePlugIn(const Container& container, const std::string& kind, KorSettings settings);
     std::vector<int>& siblingsOf(const Container& container);
+    void removeContent(Container& container);
 
     int m_lastId = 0;
     int m_id;
     std::unordered_map<int, Container> m_containers;
     std::unordered_map<int, std::unique_ptr<PlugIn>> m_plugIns;
+    std::vector<std::unique_ptr<PlugIn>> m_removed;
     /// Which container has the geometry.
     std::unordered_map<int, int> m_geometries;
     std::vector<int> m_tops;

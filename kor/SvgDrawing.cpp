@@ -67,6 +67,10 @@ void SvgDrawing::rectangle(const Box& box, std::string_view fill, double radius,
     m_os << "/>\n";
 }
 
+void SvgDrawing::outline(const Box& box, std::string_view colour) {
+    m_os << "<rect" << attributes(box) << attribute("fill", "none") << attribute("stroke", colour) << "/>\n";
+}
+
 void SvgDrawing::line(double fromX, double fromY, double toX, double toY, std::string_view colour) {
     m_os << "<line" << attribute("x1", fromX) << attribute("y1", fromY) << attribute("x2", toX) << attribute("y2", toY)
          << attribute("stroke", colour) << "/>\n";

@@ -39,6 +39,8 @@ public:
 
     /// `kind` becomes the element's class.
     void rectangle(const Box& box, std::string_view fill, double radius = 0, std::string_view kind = "");
+    /// The edge alone.
+    void outline(const Box& box, std::string_view colour);
     void line(double fromX, double fromY, double toX, double toY, std::string_view colour);
     /// The baseline begins, has its middle, or ends at this point.
     void text(double x, double y, std::string_view text, const Font& font);

@@ -18,7 +18,7 @@ private:
         float length = 0;
         float unused = 0;
         updateAxes(value.c_str(), length, unused, unused, 0, true);
-        setProperty(m_property, std::to_string(length));
+        setProperty(m_property, numbers::write(length));
     }
 
     std::string m_property;

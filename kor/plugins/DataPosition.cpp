@@ -25,9 +25,9 @@ private:
         const int mode = axis == "x" ? 0 : axis == "y" ? 1 : 3;
         updateAxes(value.c_str(), m_x, m_y, m_z, mode, false);
         if (mode != 1)
-            setProperty("TRANSFORMATION*POSITION*X", std::to_string(m_x));
+            setProperty("TRANSFORMATION*POSITION*X", numbers::write(m_x));
         if (mode != 0)
-            setProperty("TRANSFORMATION*POSITION*Y", std::to_string(m_y));
+            setProperty("TRANSFORMATION*POSITION*Y", numbers::write(m_y));
     }
 
     float m_x = 0;

@@ -1,16 +1,11 @@
 #ifndef WEATHER_PICTURES_H
 #define WEATHER_PICTURES_H
 
+#include <kor/Picture.h>
+
 #include <map>
 #include <set>
 #include <string>
-
-/// A drawing that another one can hold.
-struct Picture {
-    std::string viewBox;
-    /// What stands between the svg tags.
-    std::string content;
-};
 
 /// The operator's pictures by file name, for all that the tables make of the weather that was observed.
 class Pictures {

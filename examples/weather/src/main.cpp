@@ -10,8 +10,8 @@
 #include "Renderings.h"
 #include "Replay.h"
 #include "SvgBoard.h"
-#include "Terminal.h"
 #include "WeatherCsv.h"
+#include <kor/Terminal.h>
 
 #include <chrono>
 #include <csignal>
@@ -91,11 +91,17 @@ std::ofstream openPicture(const std::string& path) {
     return file;
 }
 
+/// Terminals that do not tell their size are taken to be large enough.
+bool hasRoom(int columns, int rows) {
+    const auto size = terminalSize();
+    return !size || (size->columns >= columns && size->rows >= rows);
+}
+
 void replayAll(Replay& replay, const BoardState& board, const BarScale& scale, const Options& options) {
     // Two rows more for what is printed behind the board.
     const int rows = LiveBoard::rowsFor(board.cities().size()) + 2;
     std::cout << '\n';
-    if (!options.plain && prepareTerminal(LiveBoard::columns, rows))
+    if (!options.plain && prepareTerminal() && hasRoom(LiveBoard::columns, rows))
         replayLive(replay, board, scale, options.seconds);
     else
         replayPlain(replay, board);

@@ -1,0 +1,38 @@
+#include "Picture.h"
+
+#include <cstddef>
+
+namespace {
+
+/// What stands between two texts; nothing when they are not there in this order.
+std::optional<std::string> between(std::string_view text, std::string_view before, std::string_view behind) {
+    const std::size_t start = text.find(before);
+    if (start == std::string_view::npos)
+        return std::nullopt;
+    text.remove_prefix(start + before.size());
+    const std::size_t end = text.rfind(behind);
+    if (end == std::string_view::npos)
+        return std::nullopt;
+    return std::string(text.substr(0, end));
+}
+
+} // namespace
+
+bool isPictureName(std::string_view name) {
+    constexpr std::string_view allowed = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._-";
+    return !name.empty() && name.find_first_not_of(allowed) == std::string_view::npos;
+}
+
+std::optional<Picture> parsePicture(const std::string& text) {
+    const auto element = between(text, "<svg", "</svg>");
+    const std::size_t open = element ? element->find('>') : std::string::npos;
+    if (open == std::string::npos)
+        return std::nullopt;
+    const std::string tag = element->substr(0, open);
+    const std::size_t box = tag.find("viewBox=\"");
+    const std::size_t start = box == std::string::npos ? box : box + std::string_view("viewBox=\"").size();
+    const std::size_t end = start == std::string::npos ? start : tag.find('"', start);
+    if (end == std::string::npos)
+        return std::nullopt;
+    return Picture{tag.substr(start, end - start), element->substr(open + 1)};
+}
