@@ -29,11 +29,11 @@ function week_of_year(date) {
 }
 
 function write_year(city, part,    week, path) {
-    path = "cities[" city "]/year"
+    path = "cities[" city "]/city/year"
     if (substr(part[2], 1, 4) != year[city]) {
         year[city] = substr(part[2], 1, 4)
         for (week = 0; week < 53; week++) print path "[" week "]/high = "
-        print "cities[" city "]/weeks = Weeks of " year[city]
+        print "cities[" city "]/city/weeks = Weeks of " year[city]
     }
     week = week_of_year(part[2])
     if (!((city, year[city], week) in high) || part[4] + 0 > high[city, year[city], week] + 0) {
@@ -44,22 +44,22 @@ function write_year(city, part,    week, path) {
 
 function write_city(city, row,    part, path) {
     split(row, part, ",")
-    path = "cities[" city "]"
+    path = "cities[" city "]/city"
     print path "/today = {date = " day_and_month(part[2]) " " substr(part[2], 1, 4) "; day = " day_and_month(part[2]) \
         "; precipitation = " part[3] "; temp_max = " part[4] "; temp_min = " part[5] "; wind = " part[6] \
         "; weather = " part[7] "; city = " part[1] "}"
     # The elements are copied in rising order, so each still holds what the one before it is to get.
-    print "C " path "/week[0-5] = " path "/week[1-6]; " path "/week[6] = " path "/today"
+    print "C " path "/week[0-5] = " path "/week[1-6]; " path "/week[6]/day = " path "/today"
     write_year(city, part)
 }
 
 END {
     if (days == "" || days > last) days = last
     if (turn == "") turn = int(days / 2) + 1
-    for (city = 0; city < cities; city++) print "cities[" city "]/name = " names[city]
+    for (city = 0; city < cities; city++) print "cities[" city "]/city/name = " names[city]
     for (day = 1; day <= days; day++) {
-        if (day == 1) print "L headline/today = cities[0]/today"
-        if (day == turn && cities > 1) print "L headline/today = cities[1]/today"
+        if (day == 1) print "L headline/today = cities[0]/city/today"
+        if (day == turn && cities > 1) print "L headline/today = cities[1]/city/today"
         for (city = 0; city < cities; city++)
             if ((day, city) in rows) write_city(city, rows[day, city])
         print "status/day = " day " of " days
