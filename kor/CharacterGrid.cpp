@@ -66,9 +66,11 @@ void CharacterGrid::draw(const RectangleShape& shape) {
     const int top = nearest(rowOf(box.y));
     int bottom = nearest(rowOf(box.y + box.height));
     int eighths = (bottom - top) * eighthsPerRow;
-    if (shape.growsUp || eighths == 0)
+    // A thin line must not become a whole row where the edge of a row happens to be near.
+    const bool isThin = eighths == 0 || rowOf(box.height) < 0.5;
+    if (shape.growsUp || isThin)
         eighths = std::max(1, nearest(rowOf(box.height) * eighthsPerRow));
-    if (!shape.growsUp && bottom == top)
+    if (!shape.growsUp && isThin)
         bottom = whole(std::floor(rowOf(box.y))) + 1;
     m_rectangles.push_back({shape.growsUp, false});
     const int lowest = std::min(bottom, m_rows) - 1;

@@ -1,38 +1,30 @@
-# Works out from the operator's files alone what weather.svg shows, as svg_listing.awk lists it.
+# Works out from the conversion tables and the observations alone what the weather scene shows after so many days, as
+# svg_listing.awk lists it.
 #
-#     awk -f expected_svg.awk QX_ConvTables_weather.csv QX_PreSets.csv weather.csv
+#     awk [-v days=N] [-v turn=N] [-v capitals=TEXT] -f expected_svg.awk QX_ConvTables_weather.csv weather.csv
 #
 # The observations are in order of dates.
 
 BEGIN {
     FS = ","
-    split("January February March April May June July August September October November December", months, " ")
+    split("Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov Dec", months, " ")
     split("0 31 59 90 120 151 181 212 243 273 304 334", days_before, " ")
+    split("high low rain wind", readings, " ")
     split("4 5 3 6", columns, " ")
-    split("temp_max temp_min precipitation wind", readings, " ")
+    split("°C °C mm m/s", units, " ")
 }
 
 { sub(/\r$/, "") }
 
 FNR == 1 { file++ }
 
-# A remark.
-/^,/ { next }
-
 file == 1 && $1 == "__TABLE__" { table = $2; next }
-file == 1 { conversions[table, $1] = $2; next }
+file == 1 && !/^,/ { conversions[table, $1] = $2; next }
+file == 1 || FNR == 1 { next }
 
-file == 2 && $1 == "__PLUGIN__" { plugin = $2; next }
-file == 2 { first[plugin, $1] = $2; second[plugin, $1] = $3; third[plugin, $1] = $4; next }
-
-FNR == 1 { empty = first["WeatherChart", "bars"]; full = second["WeatherChart", "bars"]; next }
-
-{
-    if (!($1 in seen)) names[cities++] = $1
-    rows[$1, ++seen[$1]] = $0
-    if (!($2 in dates)) { dates[$2] = 1; days++ }
-    newest = $2
-}
+!($2 in dates) { dates[$2] = ++numDates; dateAt[numDates] = $2 }
+!($1 in seen) { names[cities++] = $1; seen[$1] = 0 }
+{ all[++count] = $0 }
 
 function convert(table, text) {
     return ((table, text) in conversions) ? conversions[table, text] : conversions[table, "__DEFAULT__"]
@@ -42,42 +34,27 @@ function show(text) {
     print "text " text
 }
 
-function bar(kind, celsius, height, filled) {
-    filled = (celsius - empty) / (full - empty)
+function bar(radius, celsius, least, most, filled) {
+    filled = (celsius + 6) / 44
     if (filled < 0) filled = 0
     if (filled > 1) filled = 1
-    filled *= height
-    printf "bar %s %.6g\n", kind, filled < 1 ? 1 : filled
+    printf "bar %d %.6g\n", radius, least + filled * (most - least)
 }
 
-function long_date(date) {
-    return substr(date, 9, 2) + 0 " " months[substr(date, 6, 2) + 0] " " substr(date, 1, 4)
+function day_of(date) {
+    return substr(date, 9, 2) + 0 " " months[substr(date, 6, 2) + 0]
 }
 
-function show_today(row, part, at) {
-    split(row, part, ",")
-    print "picture " convert("WeatherPictures", part[7])
-    show(convert("WeatherLabels", part[7]))
-    for (at = 1; at <= 4; at++) {
-        show(first["WeatherReading", readings[at]])
-        show(sprintf("%." third["WeatherReading", readings[at]] "f", part[columns[at]]))
-        show(second["WeatherReading", readings[at]])
-    }
-    show("Weeks of " substr(part[2], 1, 4))
+function date_of(date) {
+    return day_of(date) " " substr(date, 1, 4)
 }
 
 function show_day(row, part) {
-    # What was never observed is a blank to the tables.
-    if (row == "") {
-        print "picture " convert("WeatherPictures", "")
-        show(convert("WeatherLabels", ""))
-        return
-    }
     split(row, part, ",")
+    show(day_of(part[2]))
     print "picture " convert("WeatherPictures", part[7])
-    show(substr(part[2], 9, 2) + 0 " " substr(months[substr(part[2], 6, 2) + 0], 1, 3))
     show(convert("WeatherLabels", part[7]))
-    bar("week", part[4], 64)
+    bar(4, part[4], 1, 41)
     show(part[4])
 }
 
@@ -90,29 +67,44 @@ function show_year(city, part, at, week, year, highest) {
         week = int((days_before[substr(part[2], 6, 2) + 0] + substr(part[2], 9, 2) - 1) / 7)
         if (!(week in highest) || part[4] + 0 > highest[week]) highest[week] = part[4] + 0
     }
-    for (week = 0; week < 53; week++)
-        if (week in highest) bar("year", highest[week], 56)
-    for (at = 1; at <= 12; at++) show(substr(months[at], 1, 3))
+    for (week = 0; week < 53; week++) if (week in highest) bar(2, highest[week], 1, 41)
+    show("Weeks of " year)
 }
 
 function show_city(city, part, at) {
-    show(city)
     split(rows[city, seen[city]], part, ",")
-    show(long_date(part[2]))
-    show_today(rows[city, seen[city]])
-    for (at = seen[city] - 6; at <= seen[city]; at++) show_day(at > 0 ? rows[city, at] : "")
+    print "bar 12 388"
+    show(city)
+    show(date_of(part[2]))
+    print "picture " convert("WeatherPictures", part[7])
+    show(convert("WeatherLabels", part[7]))
+    for (at = 1; at <= 4; at++) {
+        show(readings[at])
+        show(part[columns[at]])
+        show(units[at])
+    }
+    for (at = seen[city] - 6; at <= seen[city]; at++) if (at > 0) show_day(rows[city, at])
     show_year(city)
+    for (at = 1; at <= 12; at++) show(months[at])
 }
 
 END {
+    if (days == "" || days > numDates) days = numDates
+    if (turn == "") turn = int(days / 2) + 1
+    for (at = 1; at <= count; at++) {
+        split(all[at], part, ",")
+        if (dates[part[2]] <= days) rows[part[1], ++seen[part[1]]] = all[at]
+    }
     show("Weather board")
-    city = names[cities > 1 ? 1 : 0]
+    city = names[cities > 1 && turn <= days ? 1 : 0]
     split(rows[city, seen[city]], part, ",")
+    print "picture " convert("WeatherPictures", part[7])
     # Capitals beyond ASCII are given, because toupper does not know them.
-    show((capitals != "" ? capitals : toupper(city)) ": " convert("WeatherLabels", part[7]) ", high " part[4])
-    show(long_date(newest))
+    show(capitals != "" ? capitals : toupper(city))
+    show(convert("WeatherLabels", part[7]))
+    show("high " part[4] " °C")
+    show(date_of(part[2]))
     show("day " days " of " days)
     for (at = 0; at < cities; at++) show_city(names[at])
-    show("Bars: highest temperature of the day and of the week, empty at " empty " and full at " full " " \
-        second["WeatherReading", "temp_max"])
+    show("Bars: highest temperature of the day and of the week, empty at -6 and full at 38 °C")
 }

@@ -2,7 +2,7 @@
 #
 #     text CONTENT        with its characters resolved
 #     picture NAME
-#     bar CLASS HEIGHT    rectangles that have a class
+#     bar RADIUS HEIGHT   rectangles with round corners
 #
 # What is not well-formed ends the listing with a line "error: ..." and exit status 1. Also refused: a picture that is
 # not in the file, identifiers that occur twice, and whatever would load another file.
@@ -52,7 +52,7 @@ function open_element(name) {
         wanted[substr(attributes["href"], 2)] = 1
         print "picture " substr(attributes["href"], 10)
     }
-    if (name == "rect" && ("class" in attributes)) print "bar " attributes["class"] " " attributes["height"]
+    if (name == "rect" && ("rx" in attributes)) print "bar " attributes["rx"] " " attributes["height"]
 }
 
 function read_tag(name, tag, closes_itself) {
