@@ -7,6 +7,7 @@
 #include <orbel/tree/Orbel.h>
 
 #include "../foundation/text/FixedText.h"
+#include "../handlers/RegisteredPath.h"
 #include "ContainerWalk.h"
 #include "ExistingField.h"
 #include "Host.h"
@@ -32,6 +33,11 @@ korDataStructureHandler* structureOn(CONTAINER container, const korDataHandler* 
             return handler;
     }
     return nullptr;
+}
+
+/// Where a handler is within its structure: its field name without the range that only sets offset and size.
+std::string pathOf(korDataHandler& handler) {
+    return RegisteredPath(macros::expandWhole(handler, handler.getFieldName())).path;
 }
 
 /// The handler of a plug-in among those of a field; null when there is none.
@@ -157,7 +163,7 @@ int korDataHandler::searchChild(CONTAINER parent, CONTAINER child) {
 
 void korDataHandler::sync() {
     const LifeRef<korDataHandler> self = ref();
-    std::string path = macros::expandWhole(*this, m_fieldName);
+    std::string path = pathOf(*this);
     LifeRef<korDataHandler> level = self;
     while (self.get() && level.get()) {
         korDataStructureHandler* parent = nullptr;
@@ -166,7 +172,7 @@ void korDataHandler::sync() {
         if (!parent)
             return;
         index += parent->getOffset();
-        const std::string name = macros::expandWhole(*parent, parent->getFieldName());
+        const std::string name = pathOf(*parent);
         level = parent->ref();
         auto* const array = dynamic_cast<DataArray*>(parent->getField());
         if (array)
