@@ -5,6 +5,7 @@
 #include "../foundation/text/FixedText.h"
 #include "HostState.h"
 
+#include <string>
 #include <string_view>
 #include <unordered_set>
 
@@ -57,9 +58,11 @@ korDataStructureHandler::~korDataStructureHandler() = default;
 
 void korDataStructureHandler::Register(char* fieldName, int /*refresh*/) {
     const LifeRef<korDataHandler> self = ref();
+    // The name may be this handler's own, which the plug-ins below may change.
+    const std::string name(text::viewOf(fieldName));
     UnregisterAllChildren();
     if (self.get())
-        korDataHandler::Register(fieldName, 1);
+        korDataHandler::Register(name.c_str(), 1);
     if (self.get())
         registerChildrenHandlers();
 }
