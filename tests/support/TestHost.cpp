@@ -58,7 +58,17 @@ int TestHost::addGeometry(int container, const std::string& type, korPluginRecor
 void TestHost::removeContainer(int container) {
     auto& siblings = const_cast<std::vector<int>&>(siblingsOf(container));
     siblings.erase(std::find(siblings.begin(), siblings.end(), container));
+    forget(container);
+}
+
+void TestHost::forget(int container) {
+    const Container gone = containers.at(container);
     containers.erase(container);
+    for (const int plugin : gone.plugins)
+        plugins.erase(plugin);
+    geometries.erase(gone.geometry);
+    for (const int child : gone.children)
+        forget(child);
 }
 
 void TestHost::removePlugin(int plugin) {
@@ -182,8 +192,8 @@ void _api__container_create_function(int container, const char* plugin) {
     if (std::strncmp(plugin, builtIn, std::strlen(builtIn)) != 0)
         return;
     const int created = host.addPlugin(container, plugin + std::strlen(builtIn));
-    if (host.onCreate)
-        host.onCreate(created);
+    if (const auto onCreate = host.onCreate)
+        onCreate(created);
 }
 
 void _api__container_delete_function(int container, const char* plugin) {

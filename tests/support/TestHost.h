@@ -48,6 +48,7 @@ public:
     int addPlugin(int container, const std::string& name, korPluginRecord* record = nullptr,
                   std::function<void()> build = {});
     int addGeometry(int container, const std::string& type, korPluginRecord* record = nullptr);
+    /// With what is on it and below it. Records stay: they belong to the plug-ins.
     void removeContainer(int container);
     void removePlugin(int plugin);
 
@@ -76,6 +77,7 @@ public:
     std::function<void(int plugin)> onCreate;
 
 private:
+    void forget(int container);
     const std::vector<int>& siblingsOf(int container) const;
 
     std::vector<int> m_tops;
