@@ -10,14 +10,21 @@
 
 class korDataHandler;
 
+/// What an UnregisterAllChildren and those inside it have dealt with.
+struct Unregistered {
+    std::unordered_set<korDataHandler*> handlers;
+    /// Those that are dealt with down to the last container below.
+    std::unordered_set<int> containers;
+};
+
 /// All state of the host bridge that is kept per process.
 struct HostState {
     std::optional<HostInfo> info;
     /// The scenes that wait for initOrbel.
     SceneRing waitingScenes;
     bool isTraversing = false;
-    /// The handlers that the UnregisterAllChildren under way has dealt with; null when none is.
-    std::unordered_set<korDataHandler*>* unregistered = nullptr;
+    /// Null when no UnregisterAllChildren is under way.
+    Unregistered* unregistered = nullptr;
     /// The results of the last calls that lend a text.
     std::string sceneName;
     std::string scenePath;

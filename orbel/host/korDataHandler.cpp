@@ -68,6 +68,9 @@ korDataHandler::korDataHandler() = default;
 
 korDataHandler::~korDataHandler() {
     m_life.end();
+    // The next handler at this address is another one.
+    if (Unregistered* const unregistered = hostState().unregistered)
+        unregistered->handlers.erase(this);
     unregisterHandler();
     forgetParent();
 }
