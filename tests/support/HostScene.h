@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -147,7 +148,8 @@ protected:
     void destroy(korDataHandler& plugin) {
         Placed& placed = placedOf(plugin);
         placed.record->handler = nullptr;
-        placed.handler.reset();
+        // What happens meanwhile may put other plug-ins into the scene.
+        const auto gone = std::move(placed.handler);
     }
 
     static std::string pathOf(korDataHandler& plugin) {
@@ -182,10 +184,11 @@ private:
         std::unique_ptr<korDataHandler> handler;
     };
 
+    /// Most often the last one is asked for.
     Placed& placedOf(korDataHandler& plugin) {
-        for (Placed& placed : m_placed)
-            if (placed.handler.get() == &plugin)
-                return placed;
+        for (std::size_t place = m_placed.size(); place-- > 0;)
+            if (m_placed[place].handler.get() == &plugin)
+                return m_placed[place];
         throw std::logic_error("no such plug-in");
     }
 
