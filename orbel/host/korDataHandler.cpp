@@ -155,8 +155,9 @@ bool korDataHandler::getParentHandler(korDataStructureHandler** parent, int* ind
 }
 
 int korDataHandler::searchChild(CONTAINER parent, CONTAINER child) {
+    // Counted anew for each child: what one does when it is registered may change the positions of the others.
     int index = 0;
-    for (const CONTAINER sibling : host::childrenOf(parent)) {
+    for (CONTAINER sibling = host::firstChildOf(parent); sibling.id != -1; sibling = host::nextOf(sibling)) {
         if (sibling.id == child.id)
             return index;
         ++index;
