@@ -694,6 +694,7 @@ protected:
             structure.fieldType = DataArray::getClassType();
         structure.Register(field.c_str(), 0);
         EXPECT_NE(structure.getField(), nullptr) << name;
+        keep(*structure.getField());
         return place;
     }
 
@@ -752,11 +753,14 @@ TEST_F(Sync, BelowAStructureNothingHappens) {
 TEST_F(Sync, FieldNamesMayBeMacrosAndHaveRanges) {
     for (Leaf* leaf : leaves) {
         host.containers.at(leaf->getLocalContainer().id).name = "same";
+        keep(*leaf->getField());
         leaf->Register("$(CONTNAME)", 0);
     }
     EXPECT_EQ(syncedBy(*leaves[1]), "p0 p2");
-    for (Leaf* leaf : leaves)
+    for (Leaf* leaf : leaves) {
+        keep(*leaf->getField());
         leaf->Register(" y[4]", 0);
+    }
     EXPECT_EQ(syncedBy(*leaves[1]), "p0 p2");
 }
 

@@ -7,10 +7,12 @@
 #include <support/RecordingPlugin.h>
 #include <support/TestHost.h>
 #include <support/Text.h>
+#include <support/TreeCleanup.h>
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <stdexcept>
@@ -98,6 +100,19 @@ protected:
         host.localContainer = root;
     }
 
+    HostScene(const HostScene&) = delete;
+    HostScene& operator=(const HostScene&) = delete;
+    /// The lowest first, so that fields go with their handlers.
+    ~HostScene() override {
+        while (!m_placed.empty()) {
+            end(std::move(m_placed.back().handler));
+            m_placed.pop_back();
+        }
+        for (DataHandler& keeper : m_keepers)
+            if (keeper.getField())
+                keeper.getField()->unregisterHandler(&keeper);
+    }
+
     int add(const std::string& name, int parent) { return host.addContainer(name, parent); }
 
     template <class Plugin>
@@ -148,8 +163,7 @@ protected:
     void destroy(korDataHandler& plugin) {
         Placed& placed = placedOf(plugin);
         placed.record->handler = nullptr;
-        // What happens meanwhile may put other plug-ins into the scene.
-        const auto gone = std::move(placed.handler);
+        end(std::move(placed.handler));
     }
 
     static std::string pathOf(korDataHandler& plugin) {
@@ -157,7 +171,10 @@ protected:
     }
 
     Orbel* tree() { return IDataHandlerImpl::getOrbel(host.localScene, false); }
-    /// An array with the elements of a type.
+    /// Observes a field, so that it does not go with the last plug-in.
+    void keep(DataField& field) { field.registerHandler(&m_keepers.emplace_back(Text("keeper"))); }
+
+    /// An array with the elements of a type; it is kept.
     DataArray* addArray(const std::string& name, const std::string& type, int size) {
         DataObject::init();
         console.takeMessages();
@@ -167,6 +184,7 @@ protected:
         tree()->addField(array, 0);
         array->setObjectType(DataObject::getTypesTable()->getTypeByName(Text(type)));
         array->setSize(size);
+        keep(*array);
         return array;
     }
 
@@ -184,6 +202,18 @@ private:
         std::unique_ptr<korDataHandler> handler;
     };
 
+    /// A field whose node has gone before it belongs to nobody when its last handler goes.
+    static void end(std::unique_ptr<korDataHandler> handler) {
+        DataField* const field = handler ? handler->getField() : nullptr;
+        const bool isLost = field && !field->getParent() && field->getNumHandlers() == 1;
+        handler.reset();
+        if (!isLost)
+            return;
+        if (field->isOfType(DataNode::getClassType()) != 0)
+            deleteSubtree(*static_cast<DataNode*>(field));
+        delete field;
+    }
+
     /// Most often the last one is asked for.
     Placed& placedOf(korDataHandler& plugin) {
         for (std::size_t place = m_placed.size(); place-- > 0;)
@@ -193,6 +223,7 @@ private:
     }
 
     std::vector<Placed> m_placed;
+    std::deque<DataHandler> m_keepers;
 };
 
 #endif

@@ -71,6 +71,7 @@ public:
     /// What the library asked for, in order, as far as it may change something: requests to plug-ins, plug-ins made and
     /// deleted, commands.
     std::vector<std::string> log;
+    bool keepsLog = true;
     /// Answers to commands; any other gets an empty text.
     std::map<std::string, std::string> answers;
     /// Called for a plug-in that was made.
