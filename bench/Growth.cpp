@@ -1,4 +1,5 @@
 #include "Growth.h"
+#include "SceneGrowth.h"
 
 #include <orbel/orbel.h>
 
@@ -195,6 +196,7 @@ const std::vector<Growth>& growths() {
     static const std::vector<Growth> all{
         {"broadcast", broadcast},  {"typed-array", typedArray},   {"hash-table", hashTable},
         {"type-files", loadTypes}, {"command-list", commandList}, {"expression", evaluate},
+        {"wide-scene", wideScene}, {"deep-scene", deepScene},
     };
     return all;
 }
