@@ -13,6 +13,10 @@ auto* find(Objects& objects, int id) {
     return found == objects.end() ? nullptr : &found->second;
 }
 
+void answerText(const std::string& text, const char** out) {
+    *out = TestHost::get().isSilent ? nullptr : text.c_str();
+}
+
 void answerRequest(const std::string& kind, int id, unsigned request, korPluginRecord* record, void** out) {
     const std::string name = request == 0x55444154 ? "data" : request == 0x494e4954 ? "build" : "unknown";
     TestHost::get().log.push_back(name + " of " + kind + ' ' + std::to_string(id));
@@ -136,7 +140,7 @@ int _api__object_valid(int id) {
 }
 
 void _api__container_get_name(int container, const char** name) {
-    *name = TestHost::get().nameOf(container).c_str();
+    answerText(TestHost::get().nameOf(container), name);
 }
 
 void _api__container_next(CONTAINER* container) {
@@ -202,7 +206,7 @@ int _api__scene_get_root(int scene, int* root) {
 
 void _api__scene_get_name(int scene, const char** name) {
     if (const auto* const found = find(TestHost::get().scenes, scene))
-        *name = found->name.c_str();
+        answerText(found->name, name);
 }
 
 void _api__get_function_dataptr(int function, void** data) {
@@ -220,7 +224,7 @@ void _api__function_dispatcher(int function, unsigned int request, void* /*argum
 
 void _api__get_geom_type(int geometry, const char** type) {
     if (const auto* const found = find(TestHost::get().geometries, geometry))
-        *type = found->type.c_str();
+        answerText(found->type, type);
 }
 
 void _api__geom_dispatcher(int geometry, unsigned int request, void* /*argument*/, void** out) {
@@ -231,6 +235,6 @@ void _api__geom_dispatcher(int geometry, unsigned int request, void* /*argument*
 int _api__kor_send_command(const char* command, const char** answer) {
     TestHost& host = TestHost::get();
     host.log.emplace_back(command);
-    *answer = host.answers[command].c_str();
+    answerText(host.answers[command], answer);
     return 1;
 }

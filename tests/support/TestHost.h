@@ -72,6 +72,8 @@ public:
     std::vector<std::string> log;
     /// Answers to commands; any other gets an empty text.
     std::map<std::string, std::string> answers;
+    /// Gives null instead of texts.
+    bool isSilent = false;
     /// Called for a plug-in that was made.
     std::function<void(int plugin)> onCreate;
 
