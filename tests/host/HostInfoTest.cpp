@@ -82,6 +82,14 @@ TEST_F(HostInfoLookup, KeepsItsOwnCopy) {
     EXPECT_STREQ(plugin.parseMacro("HOSTNAME"), "studio");
 }
 
+TEST_F(HostInfoLookup, IsNotMadeAgainWhileTheHostAnswers) {
+    std::string meanwhile;
+    host.onCommand = [&] { meanwhile = plugin.parseMacro("HOSTNAME"); };
+    EXPECT_EQ(lookUp("Hostname studio IP address: 10.0.0.7"), "studio at 10.0.0.7");
+    EXPECT_EQ(meanwhile, "localhost");
+    EXPECT_EQ(host.log.size(), 1U);
+}
+
 TEST_F(HostInfoLookup, IsSharedWithFieldNames) {
     host.answers[request] = "Hostname studio IP address: 10.0.0.7";
     host.localScene = host.addScene("Today");

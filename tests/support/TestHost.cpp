@@ -235,6 +235,8 @@ void _api__geom_dispatcher(int geometry, unsigned int request, void* /*argument*
 int _api__kor_send_command(const char* command, const char** answer) {
     TestHost& host = TestHost::get();
     host.log.emplace_back(command);
+    if (const auto onCommand = host.onCommand)
+        onCommand();
     answerText(host.answers[command], answer);
     return 1;
 }

@@ -72,6 +72,8 @@ public:
     std::vector<std::string> log;
     /// Answers to commands; any other gets an empty text.
     std::map<std::string, std::string> answers;
+    /// Called before a command is answered.
+    std::function<void()> onCommand;
     /// Gives null instead of texts.
     bool isSilent = false;
     /// Called for a plug-in that was made.
