@@ -408,6 +408,8 @@ TEST_F(Axes, SeveralNumbersAreReadUpToTheFirstOtherCharacter) {
     EXPECT_EQ(update("1 2 rest", 4), "1 - 2");
     EXPECT_EQ(update("1-2+3", 6), "1 -2 3");
     EXPECT_EQ(update("1.5.5", 3), "1.5 0.5 -");
+    EXPECT_EQ(update("100kg 5", 6), "100 100 100");
+    EXPECT_EQ(update("2e x", 3), "2 2 -");
 }
 
 TEST_F(Axes, SeveralNumbersMayHaveBlanksAround) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -26,6 +27,12 @@ public:
 
 static_assert(std::is_base_of_v<IDataHandler, korDataHandler> && std::is_base_of_v<korPluginData, korDataHandler>);
 static_assert(std::is_base_of_v<korDataHandler, korDataStructureHandler>);
+
+// Plug-ins fill in the record that the library reads.
+static_assert(sizeof(korPluginRecord().marker) == 4 && offsetof(korPluginRecord, marker) == 0);
+static_assert(offsetof(korPluginRecord, container) == 4);
+static_assert(offsetof(korPluginRecord, sceneId) == 8);
+static_assert(offsetof(korPluginRecord, handler) == 16);
 
 TEST(VirtualOrder, OfHostHandlersBeginsWithThatOfPlugInHandlers) {
     // The destructor takes 0 and 1.
@@ -76,6 +83,14 @@ TEST(VirtualOrder, OfStructureHandlersEndsWithTheirOwn) {
 TEST(VirtualOrder, OfPluginDataIsItsDestructorAlone) {
     EXPECT_TRUE(std::has_virtual_destructor_v<korPluginData>);
     EXPECT_EQ(virtualSlot(&Next<korPluginData>::next), 2U);
+}
+
+TEST(PlugInRecords, AreMarkedAsThoseOfTheLibrary) {
+    const korPluginRecord record;
+    EXPECT_EQ(record.marker, 9473);
+    EXPECT_EQ(record.container.id, -1);
+    EXPECT_EQ(record.sceneId, -1);
+    EXPECT_EQ(record.handler, nullptr);
 }
 
 TEST(VirtualOrder, TheHandlerComesBeforeTheDataInAPlugIn) {

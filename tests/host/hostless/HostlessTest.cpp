@@ -125,6 +125,9 @@ TEST_F(WithoutAHost, HandlersFindNobody) {
     EXPECT_EQ(handler.searchChild(container, 13), -1);
     EXPECT_EQ(handler.searchChild(container, container), -1);
     EXPECT_EQ(handler.getContainerFullPath(), "");
+    EXPECT_EQ(handler.getOrbel(), IDataHandlerImpl::getOrbel(-1, false));
+    handler.setLocalScene(scene);
+    EXPECT_NE(handler.getOrbel(), nullptr);
     std::vector<korDataHandler*> handlers;
     handler.getContainerHandlers(container, handlers);
     handler.getChildrenHandlers(container, handlers, true);
