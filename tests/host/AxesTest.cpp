@@ -174,6 +174,20 @@ TEST_F(Axes, AreAsNarrowAsSinglePrecisionSays) {
     EXPECT_EQ(plugin.normalizeData(std::nextafter(1000.0F, 2000.0F), 0), 1.0F);
 }
 
+TEST_F(Axes, WidthsAreRoundedToSinglePrecision) {
+    const float limit = 1e-7F;
+    // Exactly, the width is a little less.
+    plugin.setRanges(std::ldexp(1.0F, -50), limit, 0, 1, 0, 0);
+    EXPECT_EQ(plugin.normalizeData(limit, 0), 1.0F);
+}
+
+TEST_F(Axes, RangesThatShareOneBoundAreNoIdentities) {
+    plugin.setRanges(0, 8, 4, 8, 0, 0);
+    EXPECT_EQ(plugin.normalizeData(0, 0), 4.0F);
+    plugin.setRanges(0, 8, 0, 4, 0, 0);
+    EXPECT_EQ(plugin.normalizeData(8, 0), 4.0F);
+}
+
 TEST_F(Axes, KeepTheOldMappingBehindAnIdentity) {
     plugin.setRanges(0, 10, 0, 1, 0, 0);
     plugin.setRanges(5, 5, 7, 8, 1, 0);
@@ -226,6 +240,9 @@ TEST_F(Axes, WholeNumbersAreMappedInSinglePrecision) {
     // 16777217 is no number of single precision.
     EXPECT_EQ(plugin.normalizeData_Int(16'777'217, 0), 33'554'432);
     EXPECT_EQ(plugin.normalizeData_dbl(16'777'217, 0), 33'554'434.0);
+    plugin.setRanges(1, 2, 0, 1, 0, 0);
+    EXPECT_EQ(plugin.normalizeData_Int(16'777'217, 0), 16'777'215);
+    EXPECT_EQ(plugin.normalizeData_dbl(16'777'217, 0), 16'777'216.0);
 }
 
 TEST_F(Axes, WholeNumbersStayWithinTheirRange) {

@@ -134,6 +134,15 @@ TEST_F(Macros, OfObjectsThatAreGoneAreNumbersAndEmptyNames) {
     EXPECT_EQ(valueOf("SCENE_PATH"), ".");
 }
 
+TEST_F(Macros, DoNotRelyOnTheHostForNamesOfNothing) {
+    host.nameOfNothing = "leftover";
+    for (const int nothing : {-1, 4711}) {
+        setEverywhere(nothing);
+        for (const char* name : {"CONTNAME", "CONTAINER_NAME", "LOCAL_CONTNAME", "LOCAL_CONTAINER_NAME"})
+            EXPECT_EQ(valueOf(name), "") << name;
+    }
+}
+
 TEST_F(Macros, AreEmptyWhenTheHostGivesNoTexts) {
     host.isSilent = true;
     for (const char* name : {"CONTNAME", "CONTAINER_NAME", "LOCAL_CONTNAME", "LOCAL_CONTAINER_NAME", "SCENE_NAME",

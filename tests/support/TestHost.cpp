@@ -104,12 +104,11 @@ int TestHost::pluginOn(int container, const std::string& name) const {
 }
 
 const std::string& TestHost::nameOf(int id) const {
-    static const std::string none;
     if (const auto* const container = find(containers, id))
         return container->name;
     if (const auto* const plugin = find(plugins, id))
         return plugin->name;
-    return none;
+    return nameOfNothing;
 }
 
 bool TestHost::isValid(int id) const {

@@ -74,6 +74,8 @@ public:
     std::map<std::string, std::string> answers;
     /// Called before a command is answered.
     std::function<void()> onCommand;
+    /// The name of objects that do not exist.
+    std::string nameOfNothing;
     /// Gives null instead of texts.
     bool isSilent = false;
     /// Called for a plug-in that was made.
