@@ -1,4 +1,8 @@
 #include "Growth.h"
+
+#include "GrowthTools.h"
+#include "OwnedTree.h"
+#include "PlugInGrowth.h"
 #include "SceneGrowth.h"
 
 #include <orbel/orbel.h>
@@ -6,67 +10,15 @@
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 namespace {
 
 namespace fs = std::filesystem;
 
-/// Lends a text to char* parameters.
-char* chars(std::string& text) {
-    return text.data();
-}
-
-char* chars(std::string&& text) {
-    return text.data();
-}
-
-void require(bool condition, const char* what) {
-    if (!condition)
-        throw std::runtime_error(what);
-}
-
-/// A root that takes all values below it along.
-struct Tree {
-    Tree() = default;
-    Tree(const Tree&) = delete;
-    Tree& operator=(const Tree&) = delete;
-    ~Tree() { clear(root); }
-
-    static void clear(DataNode& node) {
-        std::vector<DataField*> children;
-        node.getFieldsVector(&children);
-        node.removeChildren();
-        for (DataField* child : children) {
-            if (child->isOfType(DataNode::getClassType()) != 0)
-                clear(static_cast<DataNode&>(*child));
-            delete child;
-        }
-    }
-
-    DataStructure& addNode(DataStructure& parent, std::string name) {
-        auto* node = new DataStructure(name.data());
-        parent.addField(node, -1);
-        return *node;
-    }
-
-    DataValue& addValue(DataStructure& parent, std::string name) {
-        auto* value = new DataValue(name.data());
-        parent.addField(value, -1);
-        return *value;
-    }
-
-    Orbel root{chars("root")};
-};
-
-std::string numbered(std::string_view name, std::size_t number) {
-    return std::string(name) + std::to_string(number);
-}
-
 /// "*/x = 1" over nodes with a value x each.
 Growth::Pass broadcast(std::size_t items) {
-    auto tree = std::make_shared<Tree>();
+    auto tree = std::make_shared<OwnedTree>();
     for (std::size_t item = 0; item < items; ++item)
         tree->addValue(tree->addNode(tree->root, numbered("node", item)), "x");
     const auto work = [tree] { tree->root.executeCommand(chars("*/x = 1"), 0); };
@@ -153,7 +105,7 @@ Growth::Pass loadTypes(std::size_t items) {
 
 /// "value0 = 1; value1 = 1; ..."
 Growth::Pass commandList(std::size_t items) {
-    auto tree = std::make_shared<Tree>();
+    auto tree = std::make_shared<OwnedTree>();
     auto commands = std::make_shared<std::string>();
     for (std::size_t item = 0; item < items; ++item) {
         const std::string name = numbered("value", item);
@@ -166,7 +118,7 @@ Growth::Pass commandList(std::size_t items) {
 
 /// One expression with ten references, spread over a tree of as many values as there are evaluations.
 struct Evaluation {
-    Tree tree;
+    OwnedTree tree;
     // Behind the tree, because it holds references on its fields.
     DataExpression expression;
 };
@@ -194,9 +146,19 @@ Growth::Pass evaluate(std::size_t items) {
 
 const std::vector<Growth>& growths() {
     static const std::vector<Growth> all{
-        {"broadcast", broadcast},  {"typed-array", typedArray},   {"hash-table", hashTable},
-        {"type-files", loadTypes}, {"command-list", commandList}, {"expression", evaluate},
-        {"wide-scene", wideScene}, {"deep-scene", deepScene},
+        {"broadcast", broadcast},
+        {"typed-array", typedArray},
+        {"hash-table", hashTable},
+        {"type-files", loadTypes},
+        {"command-list", commandList},
+        {"expression", evaluate},
+        {"plug-ins", plugIns},
+        {"converted", convertedPlugIns},
+        {"conversion", conversion},
+        {"table-file", loadTable},
+        {"scenes", scenes},
+        {"wide-scene", wideScene},
+        {"deep-scene", deepScene},
     };
     return all;
 }

@@ -37,9 +37,11 @@ public:
     virtual void onInit();
     virtual void onFunctionInit();
     virtual void onCleanup();
-    /// The field has several values, or none; `from` to `to` were stored, both included.
+    /// Of the field's several values those from `from` to `to` were stored, both included. A copy behind the last
+    /// value is told too, with indices that are not there.
     virtual void onDataChange(char* fieldName, std::vector<std::string>& values, int from, int to);
-    /// The field has one value.
+    /// The field's one value was stored, or the first of several by a store without an index. `value` is the field's
+    /// own text, unless it was converted.
     virtual void onDataChange(char* fieldName, char* value);
     virtual void onTypeChange(char* fieldName, char* typeName);
     virtual void onBuildGeometry(int argument);

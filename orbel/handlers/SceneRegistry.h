@@ -1,7 +1,7 @@
 #ifndef ORBEL_HANDLERS_SCENEREGISTRY_H
 #define ORBEL_HANDLERS_SCENEREGISTRY_H
 
-#include <map>
+#include <unordered_map>
 
 class Orbel;
 
@@ -16,7 +16,7 @@ private:
     Orbel* onlyTree();
     Orbel* sceneTree(int sceneId);
 
-    std::map<int, Orbel*> m_trees;
+    std::unordered_map<int, Orbel*> m_trees;
     Orbel* m_only = nullptr;
     int m_current = -1;
 };

@@ -4,8 +4,10 @@
 #include "HostInfo.h"
 #include "SceneRing.h"
 
+#include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_set>
 
 class korDataHandler;
@@ -28,7 +30,7 @@ struct HostState {
     /// The results of the last calls that lend a text.
     std::string sceneName;
     std::string scenePath;
-    std::string macroValue;
+    std::map<std::string_view, std::string> macroValues;
 };
 
 HostState& hostState();

@@ -181,7 +181,8 @@ void korDataHandler::sync() {
         auto* const array = dynamic_cast<DataArray*>(parent->getField());
         if (array)
             syncElements(*array, path, self);
-        path = name + (array ? '[' + std::to_string(index) + ']' : "") + '/' + path;
+        const std::string place = array ? '[' + std::to_string(index) + ']' : "";
+        path.insert(0, name + place + '/');
     }
 }
 
@@ -203,10 +204,13 @@ void korDataHandler::getChildrenHandlers(CONTAINER container, std::vector<korDat
 }
 
 std::string korDataHandler::getContainerFullPath() {
-    std::string path;
+    std::vector<std::string> names;
     for (CONTAINER container = getCurrentContainer(); host::isValid(container.id);
          container = host::parentOf(container))
-        path = host::nameOf(container.id) + (path.empty() ? path : '/' + path);
+        names.emplace_back(host::nameOf(container.id));
+    std::string path;
+    for (auto name = names.rbegin(); name != names.rend(); ++name)
+        path.append(name == names.rbegin() ? "" : "/").append(*name);
     return path;
 }
 
@@ -238,6 +242,8 @@ std::string korDataHandler::PtrToBase64(unsigned long long value) {
     return pointertext::encode(value);
 }
 
+// By value, as compiled plug-ins pass it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 unsigned long long korDataHandler::Base64ToPtr(std::string text) {
     return pointertext::decode(text);
 }

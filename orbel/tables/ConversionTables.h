@@ -1,10 +1,12 @@
 #ifndef ORBEL_TABLES_CONVERSIONTABLES_H
 #define ORBEL_TABLES_CONVERSIONTABLES_H
 
+#include <cstddef>
 #include <functional>
 #include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 
 /// The conversion tables of all "QX_ConvTables*.csv" files of a list of folders. Made once; to read the files again,
 /// make another.
@@ -18,7 +20,11 @@ public:
     const std::string& lookup(std::string_view tableName, std::string_view value) const;
 
 private:
-    using Table = std::map<std::string, std::string, std::less<>>;
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+    };
+    using Table = std::unordered_map<std::string, std::string, Hash, std::equal_to<>>;
 
     void readFile(const std::string& path);
     Table& tableFor(std::string_view name);

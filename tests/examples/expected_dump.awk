@@ -1,6 +1,10 @@
 # Works out from the observations alone how the tree is dumped at the end.
 
-BEGIN { FS = "," }
+BEGIN {
+    FS = ","
+    split("sun=Sunny rain=Rain drizzle=Light_rain fog=Fog snow=Snow", pairs, " ")
+    for (at in pairs) { split(pairs[at], pair, "="); sub("_", " ", pair[2]); words[pair[1]] = pair[2] }
+}
 
 { sub(/\r$/, "") }
 
@@ -60,7 +64,7 @@ function print_city(at, city, slot) {
 }
 
 END {
-    print "weather ={"
+    print "Orbel ={"
     list = names[0]
     for (at = 1; at < cities; at++) list = list "," names[at]
     line(1, "cities[" list "]={")
@@ -72,10 +76,12 @@ END {
     city = names[1]
     split(rows[city, seen[city]], last, ",")
     line(1, "headline ={")
+    line(2, "caption=" toupper(city) ";")
     line(2, "city=" city ";")
     line(2, "high=" last[4] ";")
     line(2, highs_of(city))
     line(2, "weather=" last[7] ";")
+    line(2, "words=" words[last[7]] ";")
     line(1, "}")
     print "}"
 }

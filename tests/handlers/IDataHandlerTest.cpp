@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
 
 namespace {
@@ -164,6 +165,30 @@ TEST_F(PlugIns, AreBridgedUnderTheirName) {
     EXPECT_STREQ(plugin.getConvTableName(), "");
 }
 
+TEST_F(PlugIns, AreAskedForTheirNameAlone) {
+    class CountingPlugin : public IDataHandler {
+    public:
+        char* getPluginName() override { return ++names, nullptr; }
+        int getPluginType() override { return ++others; }
+        char* getPluginFolder() override { return ++others, nullptr; }
+        char* getPluginVersion() override { return ++others, nullptr; }
+        unsigned int getPluginFlags() override { return static_cast<unsigned int>(++others); }
+        char* getPluginInfoText() override { return ++others, nullptr; }
+
+        int names = 0;
+        int others = 0;
+    };
+    CountingPlugin counting;
+    EXPECT_EQ(counting.names, 0);
+    counting.init(0);
+    counting.registerHandler("string:caption", nullptr, 0);
+    counting.setFieldData(Text("caption"), Text("news"));
+    counting.refresh();
+    counting.unregisterHandler();
+    EXPECT_EQ(counting.names, 1);
+    EXPECT_EQ(counting.others, 0);
+}
+
 TEST_F(PlugIns, HaveNamesOfNinetyNineCharacters) {
     RecordingPlugin other(diary, std::string(120, 'n'));
     other.init(0);
@@ -248,6 +273,19 @@ TEST_F(PlugInsPerScene, FollowTheCurrentScene) {
     EXPECT_STREQ(IDataHandlerImpl::getOrbel(6, false)->getFieldByIndex(0)->getData(0)->c_str(), "scene 6");
 }
 
+TEST_F(PlugInsPerScene, RegisterInTheCurrentScene) {
+    plugin.init(-1);
+    Orbel* five = IDataHandlerImpl::getOrbel(5, true);
+    plugin.registerHandler("string:title", nullptr, 0);
+    EXPECT_EQ(plugin.getField()->getParent(), five);
+    Orbel* six = IDataHandlerImpl::getOrbel(6, true);
+    plugin.setFieldData(Text("title"), Text("news"));
+    EXPECT_EQ(diary.take(), "");
+    EXPECT_EQ(plugin.getField()->getParent(), five);
+    plugin.registerHandler("string:title", nullptr, 0);
+    EXPECT_EQ(plugin.getField()->getParent(), six);
+}
+
 TEST_F(PlugInsPerScene, DoNothingWithoutATree) {
     Owned<Orbel> root(Text("root"));
     plugin.init(-1);
@@ -291,6 +329,12 @@ TEST_F(PlugInInTree, RegistersInAnotherTree) {
     EXPECT_EQ(plugin.getField(), other);
 }
 
+TEST_F(PlugInInTree, HandsTheIndexToTheFieldItCreates) {
+    plugin.registerHandler("new", nullptr, 7);
+    EXPECT_EQ(plugin.getField()->getParent(), tree);
+    EXPECT_EQ(plugin.getField()->getParentInstance(), 7);
+}
+
 TEST_F(PlugInInTree, RegistersInAnElement) {
     auto* points = new DataArray(Text("points"));
     tree->addField(points, 0);
@@ -299,6 +343,65 @@ TEST_F(PlugInInTree, RegistersInAnElement) {
         points->getObject(index)->addField(new DataValue(Text("x")), 0);
     plugin.registerHandler("x", points, 1);
     EXPECT_EQ(plugin.getField(), points->getObject(1)->getFieldByIndex(0));
+}
+
+TEST_F(PlugInInTree, LeavesTheSizeOfAFieldInAnElement) {
+    auto* points = new DataArray(Text("points"));
+    tree->addField(points, 0);
+    points->setSize(2);
+    for (int index : {0, 1})
+        points->getObject(index)->addField(new DataValue(Text("x")), 0);
+    plugin.registerHandler("x[2-5]", points, 1);
+    EXPECT_EQ(plugin.getOffset(), 2);
+    for (int index : {0, 1})
+        EXPECT_EQ(points->getObject(index)->getFieldByIndex(0)->getSize(), 1);
+    tree->removeField(Text("points"), 0);
+    deleteSubtree(*points);
+    delete points;
+}
+
+TEST_F(PlugInInTree, TakesTheOffsetWithoutAField) {
+    DataArray points(Text("points"));
+    plugin.registerHandler("x[2-5]", &points, 1);
+    EXPECT_EQ(plugin.getField(), nullptr);
+    EXPECT_EQ(plugin.getOffset(), 2);
+}
+
+TEST_F(PlugInInTree, CreatesAFieldNamedByTheWholePath) {
+    plugin.registerHandler("scene/caption", nullptr, 0);
+    ASSERT_NE(plugin.getField(), nullptr);
+    EXPECT_STREQ(plugin.getField()->getName(), "scene/caption");
+    EXPECT_EQ(plugin.getField()->getParent(), tree);
+    plugin.setFieldData(Text("scene/caption"), Text("news"));
+    EXPECT_EQ(diary.take(), "");
+    EXPECT_EQ(*plugin.getField()->getData(0), " ");
+}
+
+TEST_F(PlugInInTree, CreatesNodesAndFieldsByKind) {
+    plugin.registerHandler("node:scene/string:caption[3]", nullptr, 0);
+    ASSERT_NE(plugin.getField(), nullptr);
+    EXPECT_EQ(plugin.getField(), at("scene/caption"));
+    EXPECT_EQ(plugin.getField()->getSize(), 3);
+    plugin.unregisterHandler();
+    EXPECT_NE(at("scene/caption"), nullptr);
+}
+
+TEST_F(PlugInInTree, TakesItsFieldAlongToAPathWithoutOne) {
+    title->setData("news");
+    plugin.registerHandler("title", nullptr, 0);
+    plugin.registerHandler("headline", nullptr, 0);
+    EXPECT_EQ(plugin.getField(), title);
+    EXPECT_EQ(at("headline"), title);
+    EXPECT_EQ(at("title"), nullptr);
+    EXPECT_EQ(diary.take(), "A title=news, A headline=news");
+}
+
+TEST_F(PlugInInTree, TakesAnUnobservedFieldOutWhenItRegistersElsewhere) {
+    const std::unique_ptr<DataField> left(title);
+    plugin.registerHandler("title", nullptr, 0);
+    plugin.registerHandler("list", nullptr, 0);
+    EXPECT_EQ(plugin.getField(), list);
+    EXPECT_EQ(at("title"), nullptr);
 }
 
 TEST_F(PlugInInTree, CreatesTheFieldOfItsType) {
@@ -343,6 +446,17 @@ TEST_F(PlugInInTree, ReadsTheRange) {
         EXPECT_STREQ(other.getField()->getName(), name) << text;
         EXPECT_EQ(other.getOffset(), offset) << text;
         EXPECT_EQ(other.getField()->getSize(), size) << text;
+    }
+}
+
+TEST_F(PlugInInTree, KeepsALineEndBehindThePath) {
+    for (const std::string name : {"a\n", "b \r\n", "c\t\n"}) {
+        RecordingPlugin other(diary, "B");
+        other.init(0);
+        other.registerHandler((" \n" + name + " \t[3]").c_str(), nullptr, 0);
+        ASSERT_NE(other.getField(), nullptr);
+        EXPECT_EQ(other.getField()->getName(), name);
+        EXPECT_EQ(other.getField()->getSize(), 3);
     }
 }
 
@@ -420,6 +534,23 @@ TEST_F(PlugInInTree, TakesAnUnobservedFieldAlongWhenItUnregisters) {
     EXPECT_EQ(at("title"), nullptr);
     plugin.unregisterHandler();
     EXPECT_EQ(tree->getNumFields(), 1);
+}
+
+TEST_F(PlugInInTree, TakesItsFieldOutOfAnotherTreeToo) {
+    Owned<Orbel> root(Text("root"));
+    root.addField(new DataValue(Text("title")), 0);
+    plugin.registerHandler("title", &root, 0);
+    plugin.unregisterHandler();
+    EXPECT_EQ(plugin.getField(), nullptr);
+    EXPECT_EQ(root.getNumFields(), 0);
+    EXPECT_EQ(at("title"), title);
+}
+
+TEST_F(PlugInInTree, LeavesAFieldThatAKindCreatedWhenItUnregisters) {
+    plugin.registerHandler("string:caption", nullptr, 0);
+    plugin.unregisterHandler();
+    EXPECT_EQ(plugin.getField(), nullptr);
+    EXPECT_NE(at("caption"), nullptr);
 }
 
 TEST_F(PlugInInTree, LeavesAnObservedFieldWhenItUnregisters) {
@@ -523,6 +654,83 @@ TEST_F(PlugInInTree, HearsRanges) {
     EXPECT_EQ(plugin.lastList(), list->getDataVector());
     list->setData("last", 1);
     EXPECT_EQ(diary.take(), "A list=one|last 1-1");
+}
+
+TEST_F(PlugInInTree, HearsTheFirstOfSeveralValuesWhenOneIsSetWithoutAnIndex) {
+    plugin.registerHandler("list", nullptr, 0);
+    plugin.setFieldData(Text("list"), Text("one"));
+    EXPECT_EQ(diary.take(), "A list=one");
+    plugin.setFieldData(Text("list"), Text("two"), 1);
+    EXPECT_EQ(diary.take(), "A list=one|two 1-1");
+}
+
+TEST_F(PlugInInTree, HearsOfOneValueWithoutARange) {
+    plugin.registerHandler("title", nullptr, 0);
+    plugin.setFieldData(Text("title"), Text("news"), 0);
+    title->setData(TextList({"late news"}), 0, -1);
+    EXPECT_EQ(diary.take(), "A title=news, A title=late news");
+}
+
+TEST_F(PlugInInTree, HearsOfARangeBehindTheLastValue) {
+    plugin.registerHandler("list", nullptr, 0);
+    list->copyData(title, 0, 5, 1);
+    EXPECT_EQ(diary.take(), "A list= | 5-5");
+}
+
+TEST_F(PlugInInTree, HearsTheWholeListWhenItJoins) {
+    list->setData("last", 1);
+    plugin.registerHandler("list", nullptr, 0);
+    EXPECT_EQ(diary.take(), "A list= |last 0-1");
+}
+
+TEST_F(PlugInInTree, HearsEachValueThatIsCleared) {
+    list->setData(TextList({"one", "two"}), 0, -1);
+    plugin.registerHandler("list", nullptr, 0);
+    diary.take();
+    list->clearData();
+    EXPECT_EQ(diary.take(), "A list=|two 0-0, A list=| 1-1");
+}
+
+TEST_F(PlugInInTree, HearsNothingOfTheFieldsBelowItsOwn) {
+    plugin.registerHandler("node:scene", nullptr, 0);
+    tree->getField(Text("scene/string:caption"), 0, 0);
+    tree->setFieldData(Text("scene/caption"), Text("news"));
+    plugin.refresh();
+    EXPECT_EQ(diary.take(), "");
+}
+
+TEST_F(PlugInInTree, HearsOfTheTypeOfAnObjectAndOfAnArray) {
+    DataObject::init();
+    DataObject::s_tTypes->parse(Text("Point = {string x=0;};"));
+    auto* point = new DataObject(Text("point"));
+    auto* points = new DataArray(Text("points"));
+    tree->addField(point, 0);
+    tree->addField(points, 0);
+    plugin.registerHandler(point);
+    point->setObjectType(DataObject::getObjectTypeByName(Text("Point")));
+    EXPECT_EQ(diary.take(), "A point:Point");
+    plugin.registerHandler(points);
+    points->setObjectType(DataObject::getObjectTypeByName(Text("Point")));
+    EXPECT_EQ(diary.take(), "A points:Point");
+}
+
+TEST_F(PlugInInTree, HasHadItsFirstNoticeAsARange) {
+    list->setData("one", 0);
+    title->setData("news");
+    plugin.setNotifyOnValueChange(1);
+    plugin.registerHandler(list);
+    EXPECT_EQ(diary.take(), "A list=one| 0-1");
+    plugin.registerHandler(title);
+    EXPECT_EQ(diary.take(), "");
+}
+
+TEST_F(PlugInInTree, GetsTheTextOfTheFieldItself) {
+    plugin.registerHandler("title", nullptr, 0);
+    title->setData("news");
+    EXPECT_EQ(plugin.lastValue(), title->getData(0)->data());
+    plugin.setUseConvTable(1);
+    title->setData("late news");
+    EXPECT_NE(plugin.lastValue(), title->getData(0)->data());
 }
 
 TEST_F(PlugInInTree, HearsOnlyRealChangesOfRanges) {

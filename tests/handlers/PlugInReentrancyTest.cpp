@@ -185,6 +185,17 @@ TEST_F(PlugInReentrancy, DestroysAnEarlierOne) {
     EXPECT_EQ(diary.take(), "B title=late news, C title=late news");
 }
 
+TEST_F(PlugInReentrancy, DestroysAll) {
+    a->onceThen([&] {
+        c.reset();
+        b.reset();
+        a.reset();
+    });
+    title->setData("news");
+    EXPECT_EQ(diary.take(), "A title=news");
+    EXPECT_EQ(title->getNumHandlers(), 0);
+}
+
 TEST_F(PlugInReentrancy, DestroysAllOthersThatAreBeingTold) {
     // A, B and C are each inside a callback when C destroys them all.
     a->onceThen([&] { title->setData("second"); });
@@ -198,6 +209,34 @@ TEST_F(PlugInReentrancy, DestroysAllOthersThatAreBeingTold) {
     EXPECT_EQ(diary.take(), "A title=first, A title=second, B title=second, A title=third, B title=third, "
                             "C title=third");
     EXPECT_EQ(title->getNumHandlers(), 0);
+}
+
+TEST_F(PlugInReentrancy, UnregistersALaterOne) {
+    a->onceThen([&] { b->unregisterHandler(); });
+    title->setData("news");
+    EXPECT_EQ(diary.take(), "A title=news, C title=news");
+    EXPECT_EQ(b->getField(), nullptr);
+}
+
+TEST_F(PlugInReentrancy, UnregistersAnEarlierOneAndTheNextIsSkippedOnce) {
+    b->onceThen([&] { a->unregisterHandler(); });
+    title->setData("news");
+    EXPECT_EQ(diary.take(), "A title=news, B title=news");
+    title->setData("late news");
+    EXPECT_EQ(diary.take(), "B title=late news, C title=late news");
+}
+
+TEST_F(PlugInReentrancy, DestroysTheParentOfTheField) {
+    auto scene = std::make_unique<DataStructure>(Text("scene"));
+    auto caption = std::make_unique<DataValue>(Text("caption"));
+    scene->addField(caption.get(), 0);
+    for (RecordingPlugin* plugin : {a.get(), b.get()})
+        plugin->registerHandler(caption.get());
+    a->onceThen([&] { scene.reset(); });
+    caption->setData("news");
+    EXPECT_EQ(diary.take(), "A caption=news, B caption=news");
+    EXPECT_EQ(a->getField(), caption.get());
+    EXPECT_EQ(caption->getParent(), nullptr);
 }
 
 TEST_F(PlugInReentrancy, RegistersElsewhere) {
@@ -223,6 +262,32 @@ TEST_F(PlugInReentrancy, SetsTheSameField) {
     title->setData("news");
     EXPECT_EQ(diary.take(), "A title=news, A title=late news, B title=late news, C title=late news, "
                             "B title=late news, C title=late news");
+}
+
+TEST_F(PlugInReentrancy, SetsTheSameFieldUnderItsText) {
+    std::string seen;
+    a->onceThen([&] {
+        title->setData("NEWS");
+        seen = a->lastValue();
+    });
+    title->setData("news");
+    EXPECT_EQ(seen, "NEWS");
+}
+
+TEST_F(PlugInReentrancy, KeepsItsConvertedTextWhenItSetsTheSameField) {
+    folder.write("QX_ConvTables.csv", "__TABLE__,Sky\n1,one\n2,two\n");
+    IDataHandlerImpl::init();
+    a->setUseConvTable(1);
+    a->setConvTableNmae(Text("Sky"));
+    std::string seen;
+    a->onceThen([&] {
+        const char* told = a->lastValue();
+        title->setData("2");
+        IDataHandlerImpl::RefreshConvTables();
+        seen = told;
+    });
+    title->setData("1");
+    EXPECT_EQ(seen, "one");
 }
 
 TEST_F(PlugInReentrancy, SetsTheSameValueInItsFirstNotice) {

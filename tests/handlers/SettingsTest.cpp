@@ -421,6 +421,9 @@ TEST_F(Settings, AreReadWhenPresetsAreAskedFor) {
     EXPECT_EQ(IDataHandlerImpl::IsMultiOrbel(), 0);
     ASSERT_NE(presets, nullptr);
     EXPECT_EQ(presets->getNumRows(), 1);
+    const std::vector<std::string>* row = presets->findRow("Short");
+    ASSERT_NE(row, nullptr);
+    EXPECT_EQ(row->at(static_cast<std::size_t>(presets->getColumn("Format"))), "HH:MM");
     EXPECT_NE(console.takeOutput().find(banner), std::string::npos);
     EXPECT_EQ(IDataHandlerImpl::getPreSets("Clock "), nullptr);
     EXPECT_EQ(IDataHandlerImpl::getPreSets(""), nullptr);

@@ -23,6 +23,9 @@ public:
     /// The list of the last call; may be dead by now.
     const void* lastList() const { return m_lastList; }
 
+    /// The text of the last call; may be dead by now.
+    const char* lastValue() const { return m_lastValue; }
+
     char* getPluginName() override { return m_name.data(); }
     int getPluginType() override { return 1; }
     char* getPluginFolder() override { return m_name.data(); }
@@ -38,7 +41,10 @@ public:
         hear(all + ' ' + std::to_string(from) + '-' + std::to_string(to));
     }
 
-    void onDataChange(char* fieldName, char* value) override { hear(fieldName + std::string("=") + value); }
+    void onDataChange(char* fieldName, char* value) override {
+        m_lastValue = value;
+        hear(fieldName + std::string("=") + value);
+    }
 
     void onTypeChange(char* fieldName, char* typeName) override { hear(fieldName + std::string(":") + typeName); }
 
@@ -55,6 +61,7 @@ private:
     std::string m_name;
     std::function<void()> m_reaction;
     const void* m_lastList = nullptr;
+    const char* m_lastValue = nullptr;
 };
 
 using RecordingPlugin = RecordingPluginOf<IDataHandler>;

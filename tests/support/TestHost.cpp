@@ -13,6 +13,10 @@ auto* find(Objects& objects, int id) {
     return found == objects.end() ? nullptr : &found->second;
 }
 
+void answerText(const std::string& text, const char** out) {
+    *out = TestHost::get().isSilent ? nullptr : text.c_str();
+}
+
 void answerRequest(const char* kind, int id, unsigned request, korPluginRecord* record, void** out) {
     *out = record;
     if (!TestHost::get().keepsLog)
@@ -112,12 +116,11 @@ int TestHost::pluginOn(int container, const std::string& name) const {
 }
 
 const std::string& TestHost::nameOf(int id) const {
-    static const std::string none;
     if (const auto* const container = find(containers, id))
         return container->name;
     if (const auto* const plugin = find(plugins, id))
         return plugin->name;
-    return none;
+    return nameOfNothing;
 }
 
 bool TestHost::isValid(int id) const {
@@ -148,7 +151,7 @@ int _api__object_valid(int id) {
 }
 
 void _api__container_get_name(int container, const char** name) {
-    *name = TestHost::get().nameOf(container).c_str();
+    answerText(TestHost::get().nameOf(container), name);
 }
 
 void _api__container_next(CONTAINER* container) {
@@ -214,7 +217,7 @@ int _api__scene_get_root(int scene, int* root) {
 
 void _api__scene_get_name(int scene, const char** name) {
     if (const auto* const found = find(TestHost::get().scenes, scene))
-        *name = found->name.c_str();
+        answerText(found->name, name);
 }
 
 void _api__get_function_dataptr(int function, void** data) {
@@ -232,7 +235,7 @@ void _api__function_dispatcher(int function, unsigned int request, void* /*argum
 
 void _api__get_geom_type(int geometry, const char** type) {
     if (const auto* const found = find(TestHost::get().geometries, geometry))
-        *type = found->type.c_str();
+        answerText(found->type, type);
 }
 
 void _api__geom_dispatcher(int geometry, unsigned int request, void* /*argument*/, void** out) {
@@ -243,6 +246,8 @@ void _api__geom_dispatcher(int geometry, unsigned int request, void* /*argument*
 int _api__kor_send_command(const char* command, const char** answer) {
     TestHost& host = TestHost::get();
     host.log.emplace_back(command);
-    *answer = host.answers[command].c_str();
+    if (const auto onCommand = host.onCommand)
+        onCommand();
+    answerText(host.answers[command], answer);
     return 1;
 }

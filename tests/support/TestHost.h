@@ -74,6 +74,12 @@ public:
     bool keepsLog = true;
     /// Answers to commands; any other gets an empty text.
     std::map<std::string, std::string> answers;
+    /// Called before a command is answered.
+    std::function<void()> onCommand;
+    /// The name of objects that do not exist.
+    std::string nameOfNothing;
+    /// Gives null instead of texts.
+    bool isSilent = false;
     /// Called for a plug-in that was made.
     std::function<void(int plugin)> onCreate;
 
