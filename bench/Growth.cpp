@@ -3,6 +3,7 @@
 #include "GrowthTools.h"
 #include "OwnedTree.h"
 #include "PlugInGrowth.h"
+#include "SceneGrowth.h"
 
 #include <orbel/orbel.h>
 
@@ -156,6 +157,8 @@ const std::vector<Growth>& growths() {
         {"conversion", conversion},
         {"table-file", loadTable},
         {"scenes", scenes},
+        {"wide-scene", wideScene},
+        {"deep-scene", deepScene},
     };
     return all;
 }

@@ -4,13 +4,15 @@
 #include "Host.h"
 
 #include <cstddef>
+#include <optional>
 #include <utility>
 #include <vector>
 
 namespace host {
 
 /// Visits containers that are siblings and all below them, parents before children. `visit` is called with the
-/// container, its position among its siblings and the context of its siblings, and returns the context of its children.
+/// container, its position among its siblings and the context of its siblings, and returns the context of its children,
+/// or nothing to pass them over.
 ///
 /// Siblings are listed before the first of them is visited, and those that are gone by their turn are left out: what is
 /// called meanwhile may take containers away. Scenes may be deeper than the stack is.
@@ -33,9 +35,11 @@ void walk(std::vector<CONTAINER> containers, Context context, Visit visit) {
         const int index = static_cast<int>(level.next++);
         if (!isValid(container.id))
             continue;
-        Context below = visit(container, index, level.context);
+        std::optional<Context> below = visit(container, index, level.context);
+        if (!below)
+            continue;
         if (auto children = childrenOf(container); !children.empty())
-            levels.push_back({std::move(children), std::move(below)});
+            levels.push_back({std::move(children), std::move(*below)});
     }
 }
 

@@ -136,10 +136,14 @@ std::vector<CONTAINER> host::siblingsFrom(CONTAINER container) {
     return siblings;
 }
 
-std::vector<CONTAINER> host::childrenOf(CONTAINER container) {
+CONTAINER host::firstChildOf(CONTAINER container) {
     const CONTAINER before = container;
     call(functions().down, &container);
-    return container.id == before.id ? std::vector<CONTAINER>() : siblingsFrom(container);
+    return container.id == before.id ? CONTAINER() : container;
+}
+
+std::vector<CONTAINER> host::childrenOf(CONTAINER container) {
+    return siblingsFrom(firstChildOf(container));
 }
 
 SCENE host::localScene() {

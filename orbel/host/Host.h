@@ -23,6 +23,7 @@ CONTAINER findContainer(const char* name);
 CONTAINER nextOf(CONTAINER container);
 CONTAINER parentOf(CONTAINER container);
 CONTAINER topOf(CONTAINER container);
+CONTAINER firstChildOf(CONTAINER container);
 /// The children in their order.
 std::vector<CONTAINER> childrenOf(CONTAINER container);
 /// A container and the siblings behind it.

@@ -35,7 +35,10 @@ HostInfo readHostInfo(std::string_view answer) {
 
 HostInfo& hostInfo() {
     std::optional<HostInfo>& info = hostState().info;
-    if (!info)
+    if (!info) {
+        // A host may call plug-ins that want to know, too, before it answers.
+        info.emplace();
         info = readHostInfo(host::send("0 MAIN*ONAIR GET_INFO"));
+    }
     return *info;
 }

@@ -104,7 +104,7 @@ constexpr Macro fieldMacros[] = {
 char* macros::valueOf(korDataHandler& handler, std::string_view name) {
     for (const Macro& macro : textMacros)
         if (macro.name == name) {
-            std::string& value = hostState().macroValue;
+            std::string& value = hostState().macroValues[macro.name];
             value = macro.value(handler);
             return value.data();
         }

@@ -9,7 +9,8 @@ class korDataHandler;
 /// Names that stand for where a plug-in is.
 namespace macros {
 
-/// The value of a macro of texts, such as "SCENE_NAME"; null for any other name. Valid until the next call.
+/// The value of a macro of texts, such as "SCENE_NAME"; null for any other name. Valid until the next call
+/// for the same macro.
 char* valueOf(korDataHandler& handler, std::string_view name);
 
 /// A field name; what it stands for when the whole of it is a macro such as "$(CONTNAME)".

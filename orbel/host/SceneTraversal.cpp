@@ -84,22 +84,24 @@ private:
 
     korPluginRecord* recordOf(CONTAINER container, int plugin) const {
         korPluginRecord* record = host::askForRecord(plugin);
-        if (!record) {
-            std::cout << "Orbel Init Traversal: Container " << host::nameOf(container.id)
-                      << " Function: " << host::nameOf(plugin) << std::endl;
-            std::cout << "returned data=" << static_cast<void*>(record) << " and data->handler=" << nullptr
-                      << std::endl;
+        if (host::ours(record) && !record->handler) {
+            host::askToBuildHandler(plugin);
+            record = host::askForRecord(plugin);
+            if (host::ours(record)) {
+                record->container = container;
+                record->sceneId = m_scene.id;
+            }
         }
-        record = host::ours(record);
-        if (!record || record->handler)
-            return record;
-        host::askToBuildHandler(plugin);
-        record = host::ours(host::askForRecord(plugin));
-        if (record) {
-            record->container = container;
-            record->sceneId = m_scene.id;
-        }
-        return record;
+        if (!record)
+            reportMissing(container, plugin);
+        return host::ours(record);
+    }
+
+    static void reportMissing(CONTAINER container, int plugin) {
+        const void* const none = nullptr;
+        std::cout << "Orbel Init Traversal: Container " << host::nameOf(container.id);
+        std::cout << " Function: " << host::nameOf(plugin) << std::endl;
+        std::cout << "returned data=" << none << " and data->handler=" << none << std::endl;
     }
 
     DataNode* nodeFor(const FieldRef& above) const {

@@ -7,6 +7,7 @@
 #include <orbel/tree/Orbel.h>
 
 #include "../foundation/text/FixedText.h"
+#include "../handlers/RegisteredPath.h"
 #include "ContainerWalk.h"
 #include "ExistingField.h"
 #include "Host.h"
@@ -32,6 +33,11 @@ korDataStructureHandler* structureOn(CONTAINER container, const korDataHandler* 
             return handler;
     }
     return nullptr;
+}
+
+/// Where a handler is within its structure: its field name without the range that only sets offset and size.
+std::string pathOf(korDataHandler& handler) {
+    return RegisteredPath(macros::expandWhole(handler, handler.getFieldName())).path;
 }
 
 /// The handler of a plug-in among those of a field; null when there is none.
@@ -62,6 +68,9 @@ korDataHandler::korDataHandler() = default;
 
 korDataHandler::~korDataHandler() {
     m_life.end();
+    // The next handler at this address is another one.
+    if (Unregistered* const unregistered = hostState().unregistered)
+        unregistered->handlers.erase(this);
     unregisterHandler();
     forgetParent();
 }
@@ -146,8 +155,9 @@ bool korDataHandler::getParentHandler(korDataStructureHandler** parent, int* ind
 }
 
 int korDataHandler::searchChild(CONTAINER parent, CONTAINER child) {
+    // Counted anew for each child: what one does when it is registered may change the positions of the others.
     int index = 0;
-    for (const CONTAINER sibling : host::childrenOf(parent)) {
+    for (CONTAINER sibling = host::firstChildOf(parent); sibling.id != -1; sibling = host::nextOf(sibling)) {
         if (sibling.id == child.id)
             return index;
         ++index;
@@ -157,7 +167,7 @@ int korDataHandler::searchChild(CONTAINER parent, CONTAINER child) {
 
 void korDataHandler::sync() {
     const LifeRef<korDataHandler> self = ref();
-    std::string path = macros::expandWhole(*this, m_fieldName);
+    std::string path = pathOf(*this);
     LifeRef<korDataHandler> level = self;
     while (self.get() && level.get()) {
         korDataStructureHandler* parent = nullptr;
@@ -166,12 +176,13 @@ void korDataHandler::sync() {
         if (!parent)
             return;
         index += parent->getOffset();
-        const std::string name = macros::expandWhole(*parent, parent->getFieldName());
+        const std::string name = pathOf(*parent);
         level = parent->ref();
         auto* const array = dynamic_cast<DataArray*>(parent->getField());
         if (array)
             syncElements(*array, path, self);
-        path = name + (array ? '[' + std::to_string(index) + ']' : "") + '/' + path;
+        const std::string place = array ? '[' + std::to_string(index) + ']' : "";
+        path.insert(0, name + place + '/');
     }
 }
 
@@ -193,10 +204,13 @@ void korDataHandler::getChildrenHandlers(CONTAINER container, std::vector<korDat
 }
 
 std::string korDataHandler::getContainerFullPath() {
-    std::string path;
+    std::vector<std::string> names;
     for (CONTAINER container = getCurrentContainer(); host::isValid(container.id);
          container = host::parentOf(container))
-        path = host::nameOf(container.id) + (path.empty() ? path : '/' + path);
+        names.emplace_back(host::nameOf(container.id));
+    std::string path;
+    for (auto name = names.rbegin(); name != names.rend(); ++name)
+        path.append(name == names.rbegin() ? "" : "/").append(*name);
     return path;
 }
 
@@ -228,6 +242,8 @@ std::string korDataHandler::PtrToBase64(unsigned long long value) {
     return pointertext::encode(value);
 }
 
+// By value, as compiled plug-ins pass it.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 unsigned long long korDataHandler::Base64ToPtr(std::string text) {
     return pointertext::decode(text);
 }

@@ -50,7 +50,7 @@ public:
     virtual void onSyncParams(korDataHandler* source);
     /// The value of "CONTAINER", "CONTAINER_NAME", "CONTNAME" (all three also behind "LOCAL_"), "SCENE",
     /// "THIS_SCENE", "SCENE_NAME", "SCENE_FULL_NAME", "SCENE_FULLNAME", "SCENE_PATH", "HOSTNAME" or "HOSTIP"; null for
-    /// any other name. Valid until the next call for any plug-in.
+    /// any other name. Valid until the next call with the same name, for any plug-in.
     virtual char* parseMacro(const char* name);
 
     /// The nearest structure handler above the local container, null when there is none, and the position, from 0, of

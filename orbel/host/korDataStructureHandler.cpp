@@ -3,10 +3,12 @@
 #include <orbel/tree/DataNode.h>
 
 #include "../foundation/text/FixedText.h"
+#include "ContainerWalk.h"
 #include "HostState.h"
 
+#include <optional>
+#include <string>
 #include <string_view>
-#include <unordered_set>
 
 namespace {
 
@@ -20,13 +22,13 @@ Refs refsTo(const std::vector<korDataHandler*>& handlers) {
     return refs;
 }
 
-/// The handlers that are unregistered by one call or by calls inside it. Structures below structures, and several on
-/// one container, would otherwise unregister each other over and over.
+/// An UnregisterAllChildren. Structures below structures, and several on one container, would otherwise unregister each
+/// other over and over.
 class UnregisterPass {
 public:
     UnregisterPass() : m_isOutermost(!hostState().unregistered) {
         if (m_isOutermost)
-            hostState().unregistered = &m_handlers;
+            hostState().unregistered = &m_unregistered;
     }
     UnregisterPass(const UnregisterPass&) = delete;
     UnregisterPass& operator=(const UnregisterPass&) = delete;
@@ -35,11 +37,25 @@ public:
             hostState().unregistered = nullptr;
     }
 
+    /// Whether it was not called by another one.
+    bool isOutermost() const { return m_isOutermost; }
+
+    void unregister(const std::vector<korDataHandler*>& handlers) {
+        for (const auto& handler : refsTo(handlers))
+            if (handler.get() && take(*handler.get()))
+                handler.get()->Unregister();
+    }
+
     /// False for a handler that was taken before.
-    static bool take(korDataHandler& handler) { return hostState().unregistered->insert(&handler).second; }
+    bool take(korDataHandler& handler) { return all().handlers.insert(&handler).second; }
+
+    void finish(CONTAINER container) { all().containers.insert(container.id); }
+    bool isFinished(CONTAINER container) const { return all().containers.count(container.id) > 0; }
 
 private:
-    std::unordered_set<korDataHandler*> m_handlers;
+    static Unregistered& all() { return *hostState().unregistered; }
+
+    Unregistered m_unregistered;
     bool m_isOutermost;
 };
 
@@ -57,9 +73,11 @@ korDataStructureHandler::~korDataStructureHandler() = default;
 
 void korDataStructureHandler::Register(char* fieldName, int /*refresh*/) {
     const LifeRef<korDataHandler> self = ref();
+    // The name may be this handler's own, which the plug-ins below may change.
+    const std::string name(text::viewOf(fieldName));
     UnregisterAllChildren();
     if (self.get())
-        korDataHandler::Register(fieldName, 1);
+        korDataHandler::Register(name.c_str(), 1);
     if (self.get())
         registerChildrenHandlers();
 }
@@ -70,13 +88,28 @@ void korDataStructureHandler::RegisterChild(korDataHandler* child, const char* f
 }
 
 void korDataStructureHandler::UnregisterAllChildren() {
-    const UnregisterPass pass;
-    UnregisterPass::take(*this);
-    std::vector<korDataHandler*> handlers;
-    getChildrenHandlers(getLocalContainer(), handlers, true);
-    for (const auto& handler : refsTo(handlers))
-        if (handler.get() && UnregisterPass::take(*handler.get()))
-            handler.get()->Unregister();
+    UnregisterPass pass;
+    pass.take(*this);
+    const CONTAINER container = getLocalContainer();
+    if (pass.isOutermost()) {
+        std::vector<korDataHandler*> handlers;
+        getChildrenHandlers(container, handlers, true);
+        pass.unregister(handlers);
+        return;
+    }
+    // Listing all handlers again for every structure would take the square of the depth. What this walk misses, because
+    // the scene changes meanwhile, is in the list of the outermost call.
+    const LifeRef<korDataHandler> self = ref();
+    host::walk(std::vector<CONTAINER>{container}, 0, [&](CONTAINER below, int, int context) -> std::optional<int> {
+        if (!self.get() || pass.isFinished(below))
+            return std::nullopt;
+        std::vector<korDataHandler*> handlers;
+        getContainerHandlers(below, handlers);
+        pass.unregister(handlers);
+        return self.get() && !pass.isFinished(below) ? std::optional(context) : std::nullopt;
+    });
+    if (self.get())
+        pass.finish(container);
 }
 
 void korDataStructureHandler::syncChildren(korDataHandler* /*source*/, std::vector<int>& /*indices*/) {}

@@ -13,10 +13,16 @@ auto* find(Objects& objects, int id) {
     return found == objects.end() ? nullptr : &found->second;
 }
 
-void answerRequest(const std::string& kind, int id, unsigned request, korPluginRecord* record, void** out) {
+void answerText(const std::string& text, const char** out) {
+    *out = TestHost::get().isSilent ? nullptr : text.c_str();
+}
+
+void answerRequest(const char* kind, int id, unsigned request, korPluginRecord* record, void** out) {
+    *out = record;
+    if (!TestHost::get().keepsLog)
+        return;
     const std::string name = request == 0x55444154 ? "data" : request == 0x494e4954 ? "build" : "unknown";
     TestHost::get().log.push_back(name + " of " + kind + ' ' + std::to_string(id));
-    *out = record;
 }
 
 } // namespace
@@ -58,7 +64,17 @@ int TestHost::addGeometry(int container, const std::string& type, korPluginRecor
 void TestHost::removeContainer(int container) {
     auto& siblings = const_cast<std::vector<int>&>(siblingsOf(container));
     siblings.erase(std::find(siblings.begin(), siblings.end(), container));
+    forget(container);
+}
+
+void TestHost::forget(int container) {
+    const Container gone = containers.at(container);
     containers.erase(container);
+    for (const int plugin : gone.plugins)
+        plugins.erase(plugin);
+    geometries.erase(gone.geometry);
+    for (const int child : gone.children)
+        forget(child);
 }
 
 void TestHost::removePlugin(int plugin) {
@@ -100,12 +116,11 @@ int TestHost::pluginOn(int container, const std::string& name) const {
 }
 
 const std::string& TestHost::nameOf(int id) const {
-    static const std::string none;
     if (const auto* const container = find(containers, id))
         return container->name;
     if (const auto* const plugin = find(plugins, id))
         return plugin->name;
-    return none;
+    return nameOfNothing;
 }
 
 bool TestHost::isValid(int id) const {
@@ -136,7 +151,7 @@ int _api__object_valid(int id) {
 }
 
 void _api__container_get_name(int container, const char** name) {
-    *name = TestHost::get().nameOf(container).c_str();
+    answerText(TestHost::get().nameOf(container), name);
 }
 
 void _api__container_next(CONTAINER* container) {
@@ -182,8 +197,8 @@ void _api__container_create_function(int container, const char* plugin) {
     if (std::strncmp(plugin, builtIn, std::strlen(builtIn)) != 0)
         return;
     const int created = host.addPlugin(container, plugin + std::strlen(builtIn));
-    if (host.onCreate)
-        host.onCreate(created);
+    if (const auto onCreate = host.onCreate)
+        onCreate(created);
 }
 
 void _api__container_delete_function(int container, const char* plugin) {
@@ -202,7 +217,7 @@ int _api__scene_get_root(int scene, int* root) {
 
 void _api__scene_get_name(int scene, const char** name) {
     if (const auto* const found = find(TestHost::get().scenes, scene))
-        *name = found->name.c_str();
+        answerText(found->name, name);
 }
 
 void _api__get_function_dataptr(int function, void** data) {
@@ -220,7 +235,7 @@ void _api__function_dispatcher(int function, unsigned int request, void* /*argum
 
 void _api__get_geom_type(int geometry, const char** type) {
     if (const auto* const found = find(TestHost::get().geometries, geometry))
-        *type = found->type.c_str();
+        answerText(found->type, type);
 }
 
 void _api__geom_dispatcher(int geometry, unsigned int request, void* /*argument*/, void** out) {
@@ -231,6 +246,8 @@ void _api__geom_dispatcher(int geometry, unsigned int request, void* /*argument*
 int _api__kor_send_command(const char* command, const char** answer) {
     TestHost& host = TestHost::get();
     host.log.emplace_back(command);
-    *answer = host.answers[command].c_str();
+    if (const auto onCommand = host.onCommand)
+        onCommand();
+    answerText(host.answers[command], answer);
     return 1;
 }

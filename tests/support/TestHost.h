@@ -48,6 +48,7 @@ public:
     int addPlugin(int container, const std::string& name, korPluginRecord* record = nullptr,
                   std::function<void()> build = {});
     int addGeometry(int container, const std::string& type, korPluginRecord* record = nullptr);
+    /// With what is on it and below it. Records stay: they belong to the plug-ins.
     void removeContainer(int container);
     void removePlugin(int plugin);
 
@@ -70,12 +71,20 @@ public:
     /// What the library asked for, in order, as far as it may change something: requests to plug-ins, plug-ins made and
     /// deleted, commands.
     std::vector<std::string> log;
+    bool keepsLog = true;
     /// Answers to commands; any other gets an empty text.
     std::map<std::string, std::string> answers;
+    /// Called before a command is answered.
+    std::function<void()> onCommand;
+    /// The name of objects that do not exist.
+    std::string nameOfNothing;
+    /// Gives null instead of texts.
+    bool isSilent = false;
     /// Called for a plug-in that was made.
     std::function<void(int plugin)> onCreate;
 
 private:
+    void forget(int container);
     const std::vector<int>& siblingsOf(int container) const;
 
     std::vector<int> m_tops;
