@@ -37,6 +37,9 @@ public:
         init(sceneId);
         registerHandler(field);
     }
+    FieldKeeper(const FieldKeeper&) = delete;
+    FieldKeeper& operator=(const FieldKeeper&) = delete;
+    ~FieldKeeper() override { unregisterHandler(); }
 
     char* getPluginName() override { return m_none; }
     int getPluginType() override { return 0; }
@@ -159,11 +162,12 @@ void Host::dropStale() {
         PlugIn* const plugIn = m_scene.plugIn(id);
         if (!plugIn || !plugIn->isStale)
             continue;
+        // Before it cleans up, since it is told of its field once more.
+        if (DataField* const field = plugIn->handler ? plugIn->handler->getField() : nullptr)
+            call(*plugIn, [&] { m_fieldKeepers.push_back(std::make_unique<FieldKeeper>(m_scene.id(), field)); });
         finish(*plugIn);
         if (!m_scene.plugIn(id))
             continue;
-        if (DataField* const field = plugIn->handler ? plugIn->handler->getField() : nullptr)
-            m_fieldKeepers.push_back(std::make_unique<FieldKeeper>(m_scene.id(), field));
         plugIn->isStale = false;
         plugIn->isEnding = false;
         plugIn->hasFailed = false;
