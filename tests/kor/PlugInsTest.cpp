@@ -39,18 +39,28 @@ public:
     }
 };
 
-/// A working folder with tables and presets.
+/// A working folder with tables, presets, types and letters, which have been read.
 class Tables {
 public:
     Tables() {
         m_folder.write("QX_ConvTables.csv", "__TABLE__,Sky\n0,clear\n1,cloudy\n");
         m_folder.write("QX_PreSets.csv", "__PLUGIN__,DataText\nName,COLOUR,SIZE,Other\nAlarm,#ff0000,40,x\n");
+        m_folder.write("types.qx", "Day = {string high;};\nTown = {string name;};\n");
+        std::string letters;
+        for (char letter = 'A'; letter <= 'Z'; ++letter)
+            letters += "00" + hexadecimal(letter) + ";00" + hexadecimal(letter - 'A' + 'a') + ";\n";
+        m_folder.write("CapitalUnicodeData.txt", letters);
         clearTypeVariables();
         const Console console;
         IDataHandlerImpl::init();
     }
 
 private:
+    static std::string hexadecimal(int number) {
+        constexpr const char* digits = "0123456789ABCDEF";
+        return {digits[number / 16], digits[number % 16]};
+    }
+
     WorkingFolder m_folder;
 };
 
@@ -74,31 +84,32 @@ TEST(KorDataText, ShowsAValueThatWasThereBefore) {
 TEST(KorDataText, ShowsAnExpression) {
     ShownValue shown("DataText", "'Text': '<$(VALUE)|$(CONTNAME)|$(unit)>'");
     shown.tree().getField(Text("string:unit"), 0, 1);
-    EXPECT_EQ(shown.text("5"), "<5|a|>");
-    EXPECT_EQ(shown.text("6"), "<6|a|>");
+    shown.set("unit", "km");
+    EXPECT_EQ(shown.text("5"), "<5|a|km>");
+    EXPECT_EQ(shown.text("6"), "<6|a|km>");
 }
 
 TEST(KorDataText, ShowsCapitals) {
-    Tables tables;
+    const Tables tables;
     ShownValue shown("DataText", "'UpperCase': true");
     EXPECT_EQ(shown.text("News 1"), "NEWS 1");
 }
 
 TEST(KorDataText, ShowsCapitalsOfAnExpression) {
-    Tables tables;
+    const Tables tables;
     ShownValue shown("DataText", "'UpperCase': 1, 'Text': 'no $(VALUE)'");
     EXPECT_EQ(shown.text("News"), "NO NEWS");
 }
 
 TEST(KorDataText, ConvertsByATable) {
-    Tables tables;
+    const Tables tables;
     ShownValue shown("DataText", "'ConversionTable': 'Sky', 'Text': 'sky: $(VALUE)'");
     EXPECT_EQ(shown.text("1"), "sky: cloudy");
     EXPECT_EQ(shown.text("0"), "sky: clear");
 }
 
 TEST(KorDataText, UsesAPreset) {
-    Tables tables;
+    const Tables tables;
     ShownValue shown("DataText", "'Preset': 'Alarm'");
     EXPECT_EQ(shown.geometry("a").colour, "#ff0000");
     EXPECT_EQ(shown.geometry("a").fontSize, 40);
@@ -106,13 +117,13 @@ TEST(KorDataText, UsesAPreset) {
 }
 
 TEST(KorDataText, LeavesUnknownPresetsOut) {
-    Tables tables;
+    const Tables tables;
     ShownValue shown("DataText", "'Preset': 'None'");
     EXPECT_EQ(shown.geometry("a").colour, "#ffffff");
 }
 
 TEST(KorDataImage, ShowsThePictureOfItsValue) {
-    Tables tables;
+    const Tables tables;
     ShownValue shown("DataImage", "'ConversionTable': 'Sky'");
     shown.set("x", "1");
     EXPECT_EQ(shown.geometry("a").picture, "cloudy");
@@ -130,14 +141,14 @@ TEST(KorDataBar, MapsItsValueOntoTheHeight) {
 
 TEST(KorDataBar, KeepsToItsRange) {
     ShownValue shown("DataBar", "'Clamp': true, 'OutMax': 200");
-    EXPECT_FLOAT_EQ(shown.height("50"), 100F);
-    EXPECT_FLOAT_EQ(shown.height("500"), 200F);
-    EXPECT_FLOAT_EQ(shown.height("-5"), 0F);
+    EXPECT_FLOAT_EQ(shown.height("50"), 100.0F);
+    EXPECT_FLOAT_EQ(shown.height("500"), 200.0F);
+    EXPECT_FLOAT_EQ(shown.height("-5"), 0.0F);
 }
 
 TEST(KorDataBar, MapsItsValueOntoTheWidth) {
     ShownValue shown("DataBar", "'Axis': 'x', 'OutMax': 10");
-    EXPECT_FLOAT_EQ(shown.height("50"), 0F);
+    EXPECT_FLOAT_EQ(shown.height("50"), 0.0F);
     EXPECT_EQ(shown.geometry("a").width, 5);
 }
 
@@ -224,6 +235,7 @@ TEST(KorDataStructure, LeavesWhatIsBelowToTheTreeWhenItIsDeleted) {
 }
 
 TEST(KorDataArray, GivesEachContainerAnElement) {
+    const Tables tables;
     RunningScene running("[{'name': 'week', 'plugins': [{'kind': 'DataArray', 'FieldName': 'days', 'TypeStr': "
                          "'Day[3]'}], 'children': [{'name': 'day', 'repeat': 3, 'geometry': {'type': 'TEXT'}, "
                          "'plugins': [{'kind': 'DataText', 'FieldName': 'high'}]}]}]",
@@ -235,7 +247,33 @@ TEST(KorDataArray, GivesEachContainerAnElement) {
     EXPECT_EQ(running.geometry("day2").text, "22");
 }
 
+TEST(KorDataArray, IsMadeInTheStructureAboveIt) {
+    const Tables tables;
+    RunningScene running("[{'plugins': [{'kind': 'DataStructure', 'FieldName': 'show'}], 'children': [{'name': 'week', "
+                         "'plugins': [{'kind': 'DataArray', 'FieldName': 'days', 'TypeStr': 'Day[2]'}], 'children': "
+                         "[{'name': 'day', 'repeat': 2, 'geometry': {'type': 'TEXT'}, 'plugins': [{'kind': 'DataText', "
+                         "'FieldName': 'high'}]}]}]}]",
+                         KOR_PLUGINS);
+    running.set("show/days[1]/high", "21");
+    EXPECT_EQ(running.geometry("day1").text, "21");
+}
+
+TEST(KorDataArray, GrowsWithItsType) {
+    const Tables tables;
+    RunningScene running("[{'name': 'week', 'plugins': [{'kind': 'DataArray', 'FieldName': 'days', 'TypeStr': "
+                         "'Day[1]'}], 'children': [{'name': 'day', 'repeat': 2, 'geometry': {'type': 'TEXT'}, "
+                         "'plugins': [{'kind': 'DataText', 'FieldName': 'high'}]}]}]",
+                         KOR_PLUGINS);
+    running.set("days[0]/high", "20");
+    running.ask("week*FUNCTION*DataArray*TypeStr SET Day[2]");
+    running.host.callFrame();
+    running.set("days[1]/high", "21");
+    EXPECT_EQ(running.geometry("day0").text, "20");
+    EXPECT_EQ(running.geometry("day1").text, "21");
+}
+
 TEST(KorDataObject, StandsForAnObject) {
+    const Tables tables;
     RunningScene running("[{'name': 'a', 'plugins': [{'kind': 'DataObject', 'FieldName': 'town', 'TypeStr': 'Town'}], "
                          "'children': [{'name': 'b', 'geometry': {'type': 'TEXT'}, 'plugins': [{'kind': 'DataText', "
                          "'FieldName': 'name'}]}]}]",
@@ -246,6 +284,7 @@ TEST(KorDataObject, StandsForAnObject) {
 }
 
 TEST(KorDataTable, StandsForAHashTable) {
+    const Tables tables;
     RunningScene running("[{'name': 'a', 'plugins': [{'kind': 'DataTable', 'FieldName': 'towns', 'TypeStr': 'Town'}], "
                          "'children': [{'name': 'b', 'geometry': {'type': 'TEXT'}, 'plugins': [{'kind': 'DataText', "
                          "'FieldName': '/towns{SOF}/name'}]}]}]",
