@@ -56,11 +56,13 @@ Host::Host(Scene& scene, Modules& modules) : m_scene(scene), m_modules(modules) 
 }
 
 Host::~Host() {
-    for (const int id : m_scene.allPlugIns()) {
+    for (const int id : m_scene.allPlugIns())
         if (PlugIn* const plugIn = m_scene.plugIn(id))
             finish(*plugIn);
-        m_scene.removePlugIn(id);
-    }
+    // Those below first: a node with fields that are still observed would leave its tree as it is.
+    const std::vector<int> left = m_scene.allPlugIns();
+    for (auto id = left.rbegin(); id != left.rend(); ++id)
+        m_scene.removePlugIn(*id);
     m_fieldKeepers.clear();
     m_scene.destroyRemoved();
     currentHost = nullptr;

@@ -64,7 +64,7 @@ TEST(KorHost, CleansUpAllPlugInsAtItsEnd) {
         host.attachAll();
         console.takeOutput();
     }
-    EXPECT_EQ(console.takeOutput(), "Trial onCleanup in a\nSecond onCleanup in a\nTrial destroyed\nSecond destroyed\n");
+    EXPECT_EQ(console.takeOutput(), "Trial onCleanup in a\nSecond onCleanup in a\nSecond destroyed\nTrial destroyed\n");
     EXPECT_EQ(Host::current(), nullptr);
 }
 
