@@ -266,7 +266,7 @@ TEST(KorHost, RunsSeveralCommandsOfALine) {
 
 TEST(KorHost, MakesTypedPlugInsAnewWithTheirFieldAndType) {
     RunningScene running("[{'name': 'a', 'plugins': [{'kind': 'DataObject', 'FieldName': 'town', 'TypeStr': 'Town'},"
-                         "{'kind': 'DataArray', 'FieldName': 'list', 'Other': '1'}]}]",
+                         "{'kind': 'DataTable', 'FieldName': 'list', 'Other': '1'}]}]",
                          KOR_PLUGINS);
     const int before = running.scene.plugInOn(running.scene.find("a"), "DataObject");
     resetAllTypedObjects();
@@ -274,8 +274,8 @@ TEST(KorHost, MakesTypedPlugInsAnewWithTheirFieldAndType) {
     EXPECT_NE(before, after);
     EXPECT_EQ(running.ask("a*FUNCTION*DataObject*FieldName GET"), "town");
     EXPECT_EQ(running.ask("a*FUNCTION*DataObject*TypeStr GET"), "Town");
-    EXPECT_EQ(running.ask("a*FUNCTION*DataArray*FieldName GET"), "list");
-    EXPECT_EQ(running.ask("a*FUNCTION*DataArray*Other GET"), "");
+    EXPECT_EQ(running.ask("a*FUNCTION*DataTable*FieldName GET"), "list");
+    EXPECT_EQ(running.ask("a*FUNCTION*DataTable*Other GET"), "");
     EXPECT_FALSE(running.scene.plugIn(after)->handler);
     running.host.callFrame();
     EXPECT_TRUE(running.scene.plugIn(after)->handler);

@@ -295,7 +295,7 @@ TEST(KorDataTable, StandsForAHashTable) {
 
 TEST(KorPlugIns, AreTheSameAsTheirKind) {
     for (const char* kind : {"DataText", "DataImage", "DataBar", "DataPosition", "DataVisible", "DataStructure",
-                             "DataArray", "DataObject", "DataTable"}) {
+                             "DataObject", "DataTable"}) {
         RunningScene running(leaf(kind), KOR_PLUGINS);
         korDataHandler* const handler =
             running.scene.plugIn(running.scene.plugInOn(running.scene.find("a"), kind))->handler.get();
