@@ -14,12 +14,13 @@ public:
     using KorPlugIn::KorPlugIn;
 
 protected:
-    /// The field name behind the kind that makes such a node; as it is when there is no type, and when it does not
-    /// begin with a plain name.
+    /// Whether there is a type, and a field name that can be put behind it: one that begins with a plain name.
+    bool hasTypedName() const { return !setting("TypeStr").empty() && setting("FieldName").find_first_of("*/$:") != 0; }
+
+    /// The field name behind the kind that makes such a node; as it is without a type.
     void setTypedName(const std::string& beforeName, const std::string& behindName) {
-        const std::string name = setting("FieldName");
-        if (!setting("TypeStr").empty() && name.find_first_of("*/$:") != 0)
-            setFieldName((beforeName + name + behindName).c_str());
+        if (hasTypedName())
+            setFieldName((beforeName + setting("FieldName") + behindName).c_str());
     }
 };
 
