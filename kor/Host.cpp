@@ -37,6 +37,9 @@ public:
         init(sceneId);
         registerHandler(field);
     }
+    FieldKeeper(const FieldKeeper&) = delete;
+    FieldKeeper& operator=(const FieldKeeper&) = delete;
+    ~FieldKeeper() override { unregisterHandler(); }
 
     char* getPluginName() override { return m_none; }
     int getPluginType() override { return 0; }
@@ -53,11 +56,13 @@ Host::Host(Scene& scene, Modules& modules) : m_scene(scene), m_modules(modules) 
 }
 
 Host::~Host() {
-    for (const int id : m_scene.allPlugIns()) {
+    for (const int id : m_scene.allPlugIns())
         if (PlugIn* const plugIn = m_scene.plugIn(id))
             finish(*plugIn);
-        m_scene.removePlugIn(id);
-    }
+    // Those below first: a node with fields that are still observed would leave its tree as it is.
+    const std::vector<int> left = m_scene.allPlugIns();
+    for (auto id = left.rbegin(); id != left.rend(); ++id)
+        m_scene.removePlugIn(*id);
     m_fieldKeepers.clear();
     m_scene.destroyRemoved();
     currentHost = nullptr;
@@ -159,11 +164,12 @@ void Host::dropStale() {
         PlugIn* const plugIn = m_scene.plugIn(id);
         if (!plugIn || !plugIn->isStale)
             continue;
+        // Before it cleans up, since it is told of its field once more.
+        if (DataField* const field = plugIn->handler ? plugIn->handler->getField() : nullptr)
+            call(*plugIn, [&] { m_fieldKeepers.push_back(std::make_unique<FieldKeeper>(m_scene.id(), field)); });
         finish(*plugIn);
         if (!m_scene.plugIn(id))
             continue;
-        if (DataField* const field = plugIn->handler ? plugIn->handler->getField() : nullptr)
-            m_fieldKeepers.push_back(std::make_unique<FieldKeeper>(m_scene.id(), field));
         plugIn->isStale = false;
         plugIn->isEnding = false;
         plugIn->hasFailed = false;

@@ -249,9 +249,10 @@ private:
 
 /// The cause in what the parser says, such as "unexpected end of input; expected '}'".
 std::string causeIn(std::string_view message) {
-    constexpr std::string_view separator = " - ";
-    const std::size_t start = message.find(separator);
-    return std::string(start == std::string_view::npos ? message : message.substr(start + separator.size()));
+    for (const std::string_view separator : {" - ", "] "})
+        if (const std::size_t start = message.find(separator); start != std::string_view::npos)
+            return std::string(message.substr(start + separator.size()));
+    return std::string(message);
 }
 
 json parse(const std::string& text, const std::string& name) {

@@ -6,7 +6,7 @@ namespace {
 class ObjectPlugIn : public KorStructure {
 public:
     explicit ObjectPlugIn(const KorSettings& settings) : KorStructure("DataObject", settings) {
-        makeNode(setting("TypeStr") + ":", "");
+        setTypedName(setting("TypeStr") + ":", "");
     }
 
     DataType* getFieldType() override { return DataObject::getClassType(); }

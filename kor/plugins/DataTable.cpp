@@ -6,7 +6,7 @@ namespace {
 class TablePlugIn : public KorStructure {
 public:
     explicit TablePlugIn(const KorSettings& settings) : KorStructure("DataTable", settings) {
-        makeNode("DataHashTable:", ":" + setting("TypeStr"));
+        setTypedName("DataHashTable:", ":" + setting("TypeStr"));
     }
 
     DataType* getFieldType() override { return DataHashTable::getClassType(); }

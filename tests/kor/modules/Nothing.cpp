@@ -1,0 +1,5 @@
+#include <kor/PlugIn.h>
+
+korDataHandler* korCreatePlugin(const KorSettings& /*settings*/) {
+    return nullptr;
+}

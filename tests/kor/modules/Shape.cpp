@@ -1,0 +1,5 @@
+#include "TrialPlugIn.h"
+
+korDataHandler* korCreatePlugin(const KorSettings& settings) {
+    return new TrialPlugIn("Shape", settings);
+}
