@@ -88,6 +88,8 @@ void Host::call(PlugIn& plugIn, Action action) {
 
 void Host::fail(PlugIn& plugIn, const std::string& reason) {
     plugIn.hasFailed = true;
+    // A record without a handler is passed over in silence; without a record the library would tell of it once more.
+    plugIn.record.handler = nullptr;
     if (plugIn.handler)
         plugIn.handler->unregisterHandler();
     std::cerr << "Kor: plug-in " << plugIn.kind << " on container \"" << m_scene.nameOf(plugIn.container)
@@ -125,7 +127,7 @@ korPluginRecord* Host::recordOf(int plugIn) {
     m_lastAsked = plugIn;
     if (found && m_isAttaching)
         m_localContainer = found->container;
-    return found && !found->hasFailed ? &found->record : nullptr;
+    return found ? &found->record : nullptr;
 }
 
 bool Host::attachOnce() {

@@ -41,7 +41,7 @@ public:
 
     /// Makes the handler of a plug-in; reports what is missing or thrown, and then leaves the plug-in alone.
     void build(PlugIn& plugIn);
-    /// Null for a plug-in that has failed.
+    /// Null when there is no such plug-in; without a handler for one that has failed.
     korPluginRecord* recordOf(int plugIn);
     /// Reports when a container would have more than maxPlugIns.
     void createPlugIn(int container, const std::string& kind);

@@ -158,7 +158,12 @@ TEST(KorHostFunctions, HandOverRecords) {
     void* answer = &running;
     _api__function_dispatcher(trial, 1, nullptr, &answer);
     EXPECT_EQ(answer, nullptr);
-    for (const int dead : {missing, 77, -1, a}) {
+    _api__get_function_dataptr(missing, &answer);
+    EXPECT_EQ(answer, nullptr);
+    _api__function_dispatcher(missing, dataRequest, nullptr, &answer);
+    ASSERT_NE(answer, nullptr);
+    EXPECT_EQ(static_cast<korPluginRecord*>(answer)->handler, nullptr);
+    for (const int dead : {77, -1, a}) {
         answer = &running;
         _api__get_function_dataptr(dead, &answer);
         EXPECT_EQ(answer, nullptr) << dead;

@@ -252,16 +252,23 @@ TEST(KorHost, SaysWhereThePlugInIsThatIsCalled) {
     EXPECT_EQ(running.console.takeOutput().substr(0, 16), "Trial made in b\n");
 }
 
-TEST(KorHost, RunsSeveralCommandsOfALine) {
+TEST(KorHost, RunsCommandsOfTheTreeAndOfTheHost) {
     RunningScene running("[{'name': 'a'}]");
     running.tree().getField(Text("string:x"), 0, 1);
     running.tree().getField(Text("string:y"), 0, 1);
-    running.host.runCommands("x = 1; 0 a*ACTIVE SET 0; y = 2;");
+    running.host.runCommands("x = 1; y = 2;");
+    running.host.runCommands("0 a*ACTIVE SET 0");
     EXPECT_EQ(running.value("x"), "1");
     EXPECT_EQ(running.value("y"), "2");
     EXPECT_FALSE(running.container("a").isVisible);
-    running.host.runCommands("");
-    running.host.runCommands("nonsense");
+    running.host.runCommands("C y = x");
+    EXPECT_EQ(running.value("y"), "1");
+    running.host.runCommands("L y = x");
+    running.host.runCommands("x = 3");
+    EXPECT_EQ(running.value("y"), "3");
+    for (const char* line : {"", "nonsense", "0", "0 ", "C ", "L ", "X x = 4"})
+        running.host.runCommands(line);
+    EXPECT_EQ(running.value("x"), "3");
 }
 
 TEST(KorHost, MakesTypedPlugInsAnewWithTheirFieldAndType) {

@@ -105,7 +105,7 @@ case $check in
         ;;
     batches)
         # A property of the host and a field of the tree; the last of each is shown.
-        printf 'title = one\n~\ntitle = two;0 sky*ACTIVE SET 0\n~\n0 sky*ACTIVE SET 1\ntitle = three\n' >commands.txt
+        printf 'title = one\n~\ntitle = two\n0 sky*ACTIVE SET 0\n~\n0 sky*ACTIVE SET 1\ntitle = three\n' >commands.txt
         run 0 "$@" --commands commands.txt --fps 0 scene.json
         expect_shown 'three|sun|'
         run 0 "$@" --commands commands.txt --frames 2 --fps 0 scene.json
