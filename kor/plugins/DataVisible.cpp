@@ -10,7 +10,8 @@ public:
 private:
     void show(const std::string& value) override {
         const std::string wanted = setting("Is");
-        const bool isVisible = wanted.empty() ? value.find_first_not_of(' ') != std::string::npos && value != "0" : value == wanted;
+        const bool isVisible =
+            wanted.empty() ? value.find_first_not_of(' ') != std::string::npos && value != "0" : value == wanted;
         setProperty("ACTIVE", isVisible ? "1" : "0");
     }
 };
