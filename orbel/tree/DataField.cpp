@@ -232,7 +232,7 @@ void DataField::registerHandler(DataHandler* handler) {
         return;
     handler->setField(this);
     HandlerList& list = handlers();
-    const bool joins = !list.contains(handler);
+    const bool joins = !list.contains(*handler);
     if (joins)
         list.append(handler);
     list.recount();
@@ -251,16 +251,17 @@ void DataField::registerMarker() {
 }
 
 void DataField::unregisterHandler(DataHandler* handler) {
-    if (!handler || !m_handlers || !m_handlers->contains(handler))
+    if (!handler || !m_handlers || !m_handlers->remove(handler))
         return;
-    m_handlers->removeAll(handler);
     handler->setField(nullptr);
     m_handlers->recount();
 }
 
 void DataField::unregisterAllHandlers() {
-    while (m_handlers && m_handlers->size() > 0)
-        unregisterHandler(m_handlers->at(0));
+    if (!m_handlers)
+        return;
+    m_handlers->removeAll();
+    m_handlers->recount();
 }
 
 void DataField::fireHandlers(bool changed) {

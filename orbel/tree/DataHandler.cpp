@@ -73,7 +73,14 @@ int DataHandler::getNotifyOnValueChange() {
 }
 
 void DataHandler::setNotifyOnValueChange(int notify) {
+    const bool asked = asks();
     m_notifyOnValueChange = notify;
+    if (asks() == asked)
+        return;
+    if (m_list)
+        m_list->asks(asks());
+    for (HandlerList* list : m_furtherLists)
+        list->asks(asks());
 }
 
 int DataHandler::getUseConvTable() {
@@ -100,6 +107,10 @@ void DataHandler::setField(DataField* field) {
     m_field = field;
 }
 
+bool DataHandler::isOn(const HandlerList* list) const {
+    return m_list == list || std::find(m_furtherLists.begin(), m_furtherLists.end(), list) != m_furtherLists.end();
+}
+
 void DataHandler::joined(HandlerList* list) {
     if (!m_list)
         m_list = list;
@@ -121,7 +132,7 @@ void DataHandler::left(HandlerList* list) {
 
 void DataHandler::leaveAllLists() {
     while (HandlerList* list = m_list) {
-        list->removeAll(this);
+        list->remove(this);
         list->recount();
     }
 }

@@ -64,6 +64,8 @@ private:
     friend class DataField;
     friend class HandlerList;
 
+    bool asks() const { return m_notifyOnValueChange != 0; }
+    bool isOn(const HandlerList* list) const;
     void joined(HandlerList* list);
     void left(HandlerList* list);
     void leaveAllLists();

@@ -3,28 +3,32 @@
 #include <algorithm>
 
 HandlerList::~HandlerList() {
-    for (DataHandler* handler : m_handlers)
-        handler->left(this);
-}
-
-bool HandlerList::contains(const DataHandler* handler) const {
-    return std::find(m_handlers.begin(), m_handlers.end(), handler) != m_handlers.end();
+    removeAll();
 }
 
 void HandlerList::append(DataHandler* handler) {
     m_handlers.push_back(handler);
     handler->joined(this);
+    m_asking += handler->asks() ? 1 : 0;
 }
 
-void HandlerList::removeAll(DataHandler* handler) {
-    m_handlers.erase(std::remove(m_handlers.begin(), m_handlers.end(), handler), m_handlers.end());
+bool HandlerList::remove(DataHandler* handler) {
+    const auto found = std::find(m_handlers.begin(), m_handlers.end(), handler);
+    if (found == m_handlers.end())
+        return false;
+    m_handlers.erase(found);
     handler->left(this);
+    m_asking -= handler->asks() ? 1 : 0;
+    return true;
 }
 
-void HandlerList::recount() {
-    m_notifyCount = static_cast<int>(std::count_if(m_handlers.begin(), m_handlers.end(), [](DataHandler* handler) {
-        return handler->getNotifyOnValueChange() != 0;
-    }));
+void HandlerList::removeAll() {
+    for (DataHandler* handler : m_handlers) {
+        handler->left(this);
+        handler->m_field = nullptr;
+    }
+    m_handlers.clear();
+    m_asking = 0;
 }
 
 DataHandler* HandlerList::marker() {

@@ -22,15 +22,21 @@ public:
     int size() const { return static_cast<int>(m_handlers.size()); }
     DataHandler* at(int index) const { return m_handlers[static_cast<std::size_t>(index)]; }
 
-    bool contains(const DataHandler* handler) const;
+    bool contains(const DataHandler& handler) const { return handler.isOn(this); }
     void append(DataHandler* handler);
-    void removeAll(DataHandler* handler);
+    /// False when it is not on the list; then it may even be dead.
+    bool remove(DataHandler* handler);
+    /// The handlers then name no field.
+    void removeAll();
 
     /// The field a handler is registered on. Copies of a handler name a field, which may be dead, but are on no list.
     static DataField* fieldOf(const DataHandler& handler) { return handler.m_list ? handler.m_field : nullptr; }
 
+    /// How many handlers asked for real changes at the last recount.
     int notifyCount() const { return m_notifyCount; }
-    void recount();
+    void recount() { m_notifyCount = m_asking; }
+    /// A handler on the list asks from now on, or asks no more.
+    void asks(bool asks) { m_asking += asks ? 1 : -1; }
 
     /// The handler "DUMMY" that keeps a field created by path from being removed with its last observer. The list
     /// owns it, for nobody else could know when it is done with.
@@ -52,6 +58,7 @@ private:
     };
 
     std::vector<DataHandler*> m_handlers;
+    int m_asking = 0;
     int m_notifyCount = 0;
     std::unique_ptr<Marker> m_marker;
 };
