@@ -17,7 +17,8 @@ public:
         return *this;
     }
     ~SharedPart() {
-        if (m_part && --m_part->owners == 0)
+        // The analyzer cannot know that whoever is copied counts as an owner too.
+        if (m_part && --m_part->owners == 0) // NOLINT(clang-analyzer-cplusplus.NewDelete)
             delete m_part;
     }
 
@@ -29,7 +30,6 @@ public:
 
 private:
     void hold() {
-        // The analyzer cannot know that whoever is copied here counts as an owner too.
         if (m_part)
             ++m_part->owners; // NOLINT(clang-analyzer-cplusplus.NewDelete)
     }
