@@ -30,16 +30,13 @@ std::string currentReason() {
     }
 }
 
-/// Observes a field, since one that nobody observes leaves its tree.
+/// Observes a field, since one that nobody observes leaves its tree when its plug-in does.
 class FieldKeeper : public IDataHandler {
 public:
     FieldKeeper(int sceneId, DataField* field) {
         init(sceneId);
         registerHandler(field);
     }
-    FieldKeeper(const FieldKeeper&) = delete;
-    FieldKeeper& operator=(const FieldKeeper&) = delete;
-    ~FieldKeeper() override { unregisterHandler(); }
 
     char* getPluginName() override { return m_none; }
     int getPluginType() override { return 0; }
@@ -56,14 +53,16 @@ Host::Host(Scene& scene, Modules& modules) : m_scene(scene), m_modules(modules) 
 }
 
 Host::~Host() {
+    // The tree outlives its host, whole: what plug-ins take along when they unregister would belong to nobody.
+    for (const int id : m_scene.allPlugIns())
+        if (PlugIn* const plugIn = m_scene.plugIn(id))
+            keepFieldOf(*plugIn);
     for (const int id : m_scene.allPlugIns())
         if (PlugIn* const plugIn = m_scene.plugIn(id))
             finish(*plugIn);
-    // Those below first: a node with fields that are still observed would leave its tree as it is.
     const std::vector<int> left = m_scene.allPlugIns();
     for (auto id = left.rbegin(); id != left.rend(); ++id)
         m_scene.removePlugIn(*id);
-    m_fieldKeepers.clear();
     m_scene.destroyRemoved();
     currentHost = nullptr;
 }
@@ -158,7 +157,15 @@ void Host::attachAll() {
     }
     m_isAttaching = false;
     m_localContainer = before;
+    for (const auto& keeper : m_fieldKeepers)
+        keeper->unregisterHandler();
     m_fieldKeepers.clear();
+}
+
+void Host::keepFieldOf(PlugIn& plugIn) {
+    // Before the plug-in cleans up, since it is told of its field once more.
+    if (DataField* const field = plugIn.handler ? plugIn.handler->getField() : nullptr)
+        call(plugIn, [&] { m_fieldKeepers.push_back(std::make_unique<FieldKeeper>(m_scene.id(), field)); });
 }
 
 void Host::dropStale() {
@@ -166,9 +173,7 @@ void Host::dropStale() {
         PlugIn* const plugIn = m_scene.plugIn(id);
         if (!plugIn || !plugIn->isStale)
             continue;
-        // Before it cleans up, since it is told of its field once more.
-        if (DataField* const field = plugIn->handler ? plugIn->handler->getField() : nullptr)
-            call(*plugIn, [&] { m_fieldKeepers.push_back(std::make_unique<FieldKeeper>(m_scene.id(), field)); });
+        keepFieldOf(*plugIn);
         finish(*plugIn);
         if (!m_scene.plugIn(id))
             continue;

@@ -54,6 +54,8 @@ private:
     void call(PlugIn& plugIn, Action action);
     void fail(PlugIn& plugIn, const std::string& reason);
     void finish(PlugIn& plugIn);
+    /// Until the plug-in that is made anew has registered, or for good.
+    void keepFieldOf(PlugIn& plugIn);
     void dropStale();
     /// False when a plug-in threw, which is left alone from then on.
     bool attachOnce();
