@@ -93,7 +93,7 @@ case $check in
         grep -qx 'bar 4 1' actual || fail "no empty bar"
         ;;
     labels)
-        sed -i 's/^rain,Rain/rain,<Wet \&amp;>/; s/,fog.svg/,rain.svg/; /^drizzle,Light/d' QX_ConvTables_weather.csv
+        sed -i 's/^rain,Rain/rain,<Wet \&amp;>/; s/,fog.svg/,rain.svg/; /^drizzle,Drizzle/d' QX_ConvTables_weather.csv
         compare 400 "$@"
         [ "$(grep -c '^text <Wet &amp;>$' actual)" -gt 1 ] || fail "not the edited label"
         ;;
