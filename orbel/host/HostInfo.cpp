@@ -3,7 +3,7 @@
 #include "Host.h"
 #include "HostState.h"
 
-#include "../tables/TableText.h"
+#include "../foundation/text/Scanner.h"
 
 #include <optional>
 
@@ -19,8 +19,8 @@ HostInfo readHostInfo(std::string_view answer) {
     std::string_view rest = answer.substr(0, maxAnswer);
     bool hasName = false;
     bool hasAddress = false;
-    auto token = tables::cutToken(rest, " \t\n:");
-    const auto next = [&] { return token = tables::cutToken(rest, " \t\n"); };
+    auto token = text::cutToken(rest, " \t\n:");
+    const auto next = [&] { return token = text::cutToken(rest, " \t\n"); };
     for (; token && !(hasName && hasAddress); next()) {
         if (!hasName && *token == "Hostname" && next()) {
             info.name = token->substr(0, maxText);

@@ -35,16 +35,16 @@ private:
             m_delimiters.replace(0, 1, ",");
             return true;
         }
-        tables::cutToken(line, ",");
-        if (const auto token = tables::cutToken(line, ","))
+        text::cutToken(line, ",");
+        if (const auto token = text::cutToken(line, ","))
             m_delimiters = token->substr(0, maxDelimiters);
         return true;
     }
 
     template <class OnRow>
     void readRow(std::string_view line, OnRow onRow) const {
-        const auto key = tables::cutToken(line, m_delimiters);
-        const auto value = tables::cutToken(line, m_delimiters);
+        const auto key = text::cutToken(line, m_delimiters);
+        const auto value = text::cutToken(line, m_delimiters);
         if (key && value)
             onRow(tables::normalizeKey(*key), tables::normalizeValue(*value));
     }

@@ -1,5 +1,7 @@
 #include "TableText.h"
 
+#include "../foundation/text/Scanner.h"
+
 namespace tables {
 
 namespace {
@@ -17,8 +19,8 @@ bool isMarked(std::string_view line, std::string_view marker) {
 
 /// Contract: the marker is the first token, however it goes on in front of the first ",".
 std::optional<std::string_view> tokenBehindMarker(std::string_view line) {
-    cutToken(line, ",");
-    return cutToken(line, ",");
+    text::cutToken(line, ",");
+    return text::cutToken(line, ",");
 }
 
 } // namespace
@@ -31,19 +33,6 @@ std::string_view normalizeKey(std::string_view text) {
 
 std::string_view normalizeValue(std::string_view text) {
     return withoutEnd(text, "\n\r");
-}
-
-std::optional<std::string_view> cutToken(std::string_view& rest, std::string_view separators) {
-    const std::size_t start = rest.find_first_not_of(separators);
-    if (start == std::string_view::npos) {
-        rest = {};
-        return std::nullopt;
-    }
-    rest.remove_prefix(start);
-    const std::size_t end = rest.find_first_of(separators);
-    const std::string_view token = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
-    return token;
 }
 
 std::optional<Marked> readMarked(std::string_view line, std::string_view marker) {

@@ -18,9 +18,6 @@ std::string_view normalizeKey(std::string_view text);
 /// Values: without line ends at the end.
 std::string_view normalizeValue(std::string_view text);
 
-/// Consumes the next token; any number of separators in a row counts as one. Nothing when no token is left.
-std::optional<std::string_view> cutToken(std::string_view& rest, std::string_view separators);
-
 /// What stands behind a marker.
 struct Marked {
     /// The token behind the marker; nothing when the line ends before it.

@@ -71,6 +71,19 @@ std::string_view cutFolder(std::string_view& rest) {
     return folder.substr(std::min(folder.find_first_not_of(whiteSpace), folder.size()));
 }
 
+std::optional<std::string_view> cutToken(std::string_view& rest, std::string_view separators) {
+    const std::size_t start = rest.find_first_not_of(separators);
+    if (start == std::string_view::npos) {
+        rest = {};
+        return std::nullopt;
+    }
+    rest.remove_prefix(start);
+    const std::size_t end = rest.find_first_of(separators);
+    const std::string_view token = rest.substr(0, end);
+    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    return token;
+}
+
 int readNumber(std::string_view text) {
     skipBlanks(text);
     if (text.empty() || !isDigit(text.front()))

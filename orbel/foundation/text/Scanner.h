@@ -27,6 +27,9 @@ std::string_view cutFolder(std::string_view& rest);
 /// the whole text is returned and `rest` becomes empty.
 std::string_view cutAt(std::string_view& rest, char separator);
 
+/// Consumes the next token; any number of separators in a row counts as one. Nothing when no token is left.
+std::optional<std::string_view> cutToken(std::string_view& rest, std::string_view separators);
+
 /// The decimal number after leading blanks, at most the largest int; -1 when the text does not go on with a digit.
 int readNumber(std::string_view text);
 

@@ -17,6 +17,14 @@ std::string_view withoutBlanks(std::string_view rest) {
     return rest;
 }
 
+std::vector<std::string_view> tokensOf(std::string_view rest, std::string_view separators) {
+    std::vector<std::string_view> tokens;
+    while (const auto token = text::cutToken(rest, separators))
+        tokens.push_back(*token);
+    EXPECT_EQ(rest, "");
+    return tokens;
+}
+
 std::vector<std::string> listItems(std::string_view rest) {
     std::vector<std::string> items;
     while (!rest.empty())
@@ -289,4 +297,11 @@ TEST(ScannerTest, FoldersOfAListLoseTheWhiteSpaceAroundThem) {
     EXPECT_EQ(text::cutFolder(list), "");
     EXPECT_EQ(text::cutFolder(list), "d");
     EXPECT_EQ(text::cutFolder(list), "");
+}
+
+TEST(ScannerTest, TokensHaveAnyNumberOfSeparatorsBetweenThem) {
+    EXPECT_EQ(tokensOf(",;a;,b c,,", ",;"), (std::vector<std::string_view>{"a", "b c"}));
+    EXPECT_EQ(tokensOf("a,\n", ","), (std::vector<std::string_view>{"a", "\n"}));
+    EXPECT_EQ(tokensOf(",,", ","), std::vector<std::string_view>{});
+    EXPECT_EQ(tokensOf("", ","), std::vector<std::string_view>{});
 }

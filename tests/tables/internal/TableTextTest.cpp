@@ -10,14 +10,6 @@ namespace {
 
 using Fields = std::vector<std::string_view>;
 
-Fields tokensOf(std::string_view text, std::string_view separators) {
-    Fields tokens;
-    while (const auto token = tables::cutToken(text, separators))
-        tokens.push_back(*token);
-    EXPECT_EQ(text, "");
-    return tokens;
-}
-
 } // namespace
 
 TEST(TableText, KeysLoseTheBlanksAroundThem) {
@@ -33,13 +25,6 @@ TEST(TableText, ValuesLoseTheirLineEnds) {
     EXPECT_EQ(tables::normalizeValue("\na"), "\na");
     EXPECT_EQ(tables::normalizeValue("\r\n"), "");
     EXPECT_EQ(tables::normalizeValue(""), "");
-}
-
-TEST(TableText, TokensHaveAnyNumberOfSeparatorsBetweenThem) {
-    EXPECT_EQ(tokensOf(",;a;,b c,,", ",;"), (Fields{"a", "b c"}));
-    EXPECT_EQ(tokensOf("a,\n", ","), (Fields{"a", "\n"}));
-    EXPECT_EQ(tokensOf(",,", ","), Fields{});
-    EXPECT_EQ(tokensOf("", ","), Fields{});
 }
 
 TEST(TableText, FieldsMayBeEmpty) {
