@@ -1,21 +1,13 @@
 #ifndef KOR_SHAPES_H
 #define KOR_SHAPES_H
 
+#include "Box.h"
+
 #include <string>
 #include <variant>
 #include <vector>
 
 class Scene;
-
-/// Where something is in a frame, in pixels from the top left corner; never of negative size.
-struct Box {
-    double x = 0;
-    double y = 0;
-    double width = 0;
-    double height = 0;
-
-    bool operator==(const Box&) const = default;
-};
 
 struct RectangleShape {
     Box box;

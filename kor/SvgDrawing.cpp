@@ -1,14 +1,14 @@
 #include "SvgDrawing.h"
 
-#include <cstdio>
+#include <charconv>
 #include <ostream>
 
 namespace {
 
 std::string number(double value) {
+    // Never with a decimal comma, whatever locale a plug-in sets.
     char digits[32];
-    std::snprintf(digits, sizeof digits, "%.6g", value);
-    return digits;
+    return {digits, std::to_chars(digits, digits + sizeof digits, value, std::chars_format::general, 6).ptr};
 }
 
 std::string attribute(std::string_view name, std::string_view value) {
@@ -19,7 +19,7 @@ std::string attribute(std::string_view name, double value) {
     return attribute(name, std::string_view(number(value)));
 }
 
-std::string attributes(const SvgDrawing::Box& box) {
+std::string attributes(const Box& box) {
     return attribute("x", box.x) + attribute("y", box.y) + attribute("width", box.width) +
            attribute("height", box.height);
 }
@@ -58,22 +58,15 @@ void SvgDrawing::picture(std::string_view name, const Box& box) {
     m_os << "<use" << attribute("href", "#picture-" + std::string(name)) << attributes(box) << "/>\n";
 }
 
-void SvgDrawing::rectangle(const Box& box, std::string_view fill, double radius, std::string_view kind) {
+void SvgDrawing::rectangle(const Box& box, std::string_view fill, double radius) {
     m_os << "<rect" << attributes(box) << attribute("fill", fill);
     if (radius > 0)
         m_os << attribute("rx", radius);
-    if (!kind.empty())
-        m_os << attribute("class", kind);
     m_os << "/>\n";
 }
 
 void SvgDrawing::outline(const Box& box, std::string_view colour) {
     m_os << "<rect" << attributes(box) << attribute("fill", "none") << attribute("stroke", colour) << "/>\n";
-}
-
-void SvgDrawing::line(double fromX, double fromY, double toX, double toY, std::string_view colour) {
-    m_os << "<line" << attribute("x1", fromX) << attribute("y1", fromY) << attribute("x2", toX) << attribute("y2", toY)
-         << attribute("stroke", colour) << "/>\n";
 }
 
 void SvgDrawing::text(double x, double y, std::string_view text, const Font& font) {

@@ -1,6 +1,8 @@
 #ifndef KOR_SVGDRAWING_H
 #define KOR_SVGDRAWING_H
 
+#include "Box.h"
+
 #include <iosfwd>
 #include <string>
 #include <string_view>
@@ -9,13 +11,6 @@
 /// downwards. All texts may hold any character of UTF-8.
 class SvgDrawing {
 public:
-    struct Box {
-        double x;
-        double y;
-        double width;
-        double height;
-    };
-
     enum class Anchor { Start, Middle, End };
 
     struct Font {
@@ -37,11 +32,9 @@ public:
     void definePicture(std::string_view name, std::string_view viewBox, std::string_view content);
     void picture(std::string_view name, const Box& box);
 
-    /// `kind` becomes the element's class.
-    void rectangle(const Box& box, std::string_view fill, double radius = 0, std::string_view kind = "");
+    void rectangle(const Box& box, std::string_view fill, double radius = 0);
     /// The edge alone.
     void outline(const Box& box, std::string_view colour);
-    void line(double fromX, double fromY, double toX, double toY, std::string_view colour);
     /// The baseline begins, has its middle, or ends at this point.
     void text(double x, double y, std::string_view text, const Font& font);
 

@@ -18,10 +18,6 @@ std::string readAll(const std::string& path) {
     return text.str();
 }
 
-SvgDrawing::Box svgBox(const Box& box) {
-    return {box.x, box.y, box.width, box.height};
-}
-
 SvgDrawing::Anchor anchorOf(TextShape::Align align) {
     if (align == TextShape::Align::Left)
         return SvgDrawing::Anchor::Start;
@@ -34,9 +30,7 @@ public:
     Painter(SvgDrawing& drawing, const std::map<std::string, const Picture*>& pictures)
         : m_drawing(drawing), m_pictures(pictures) {}
 
-    void operator()(const RectangleShape& shape) const {
-        m_drawing.rectangle(svgBox(shape.box), shape.colour, shape.radius);
-    }
+    void operator()(const RectangleShape& shape) const { m_drawing.rectangle(shape.box, shape.colour, shape.radius); }
 
     void operator()(const TextShape& shape) const {
         m_drawing.text(shape.x, shape.baseline(), shape.text,
@@ -45,12 +39,12 @@ public:
 
     void operator()(const PictureShape& shape) const {
         if (m_pictures.count(shape.name) != 0) {
-            m_drawing.picture(shape.name, svgBox(shape.box));
+            m_drawing.picture(shape.name, shape.box);
             return;
         }
         constexpr double letters = 12;
         const Box& box = shape.box;
-        m_drawing.outline(svgBox(box), shape.colour);
+        m_drawing.outline(box, shape.colour);
         m_drawing.text(box.x + box.width / 2, box.y + box.height / 2 + 0.3 * letters, shape.name,
                        {letters, shape.colour, SvgDrawing::Anchor::Middle});
     }

@@ -2,7 +2,7 @@
 
 #include <orbel/orbel.h>
 
-#include <algorithm>
+#include <cstddef>
 
 namespace utf8 {
 
@@ -96,18 +96,6 @@ std::string toUpper(std::string_view text) {
             codePoint = static_cast<char32_t>(character);
     }
     return encode(*codePoints);
-}
-
-std::size_t length(std::string_view text) {
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return !isContinuation(c); }));
-}
-
-std::string_view first(std::string_view text, std::size_t count) {
-    std::size_t end = 0;
-    while (end < text.size() && (count > 0 || isContinuation(text[end])))
-        if (!isContinuation(text[end++]))
-            --count;
-    return text.substr(0, end);
 }
 
 } // namespace utf8

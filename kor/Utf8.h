@@ -1,7 +1,6 @@
 #ifndef KOR_UTF8_H
 #define KOR_UTF8_H
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,10 +14,6 @@ std::string encode(std::u32string_view codePoints);
 
 /// The text in capitals, as far as the library's case table knows them.
 std::string toUpper(std::string_view text);
-
-/// How many characters a text has, and its first `count` ones.
-std::size_t length(std::string_view text);
-std::string_view first(std::string_view text, std::size_t count);
 
 } // namespace utf8
 
