@@ -9,11 +9,13 @@
 #include <algorithm>
 #include <new>
 
+PathCacheEntry PathCache::s_nothing = {};
+
 void PathCache::insert(DataStructure& asked, std::string_view path, DataField& field, DataStructure& searched) {
     if (path.size() > maxLength)
         return;
-    // Three quarters full; then a look that finds takes two or three steps.
-    if ((m_used + 1) * 4 > m_capacity * 3 && !grow())
+    // Two thirds full; then a look that finds takes two steps.
+    if ((m_used + 1) * 16 > m_capacity * 11 && !grow())
         return;
     const std::uint64_t mark = markOf(asked, path);
     Entry& entry = freeEntry(mark);
@@ -36,7 +38,7 @@ PathCache::Entry& PathCache::freeEntry(std::uint64_t mark) {
 }
 
 bool PathCache::grow() {
-    const std::size_t capacity = std::max(firstEntries, m_capacity + m_capacity / 2);
+    const std::size_t capacity = std::max(firstEntries, m_capacity + m_capacity / 4);
     if (capacity > maxEntries) {
         dropAll();
         return true;
@@ -51,7 +53,8 @@ bool PathCache::grow() {
         if (!isFree(*entry))
             larger.freeEntry(entry->mark) = *entry;
     larger.m_used = m_used;
-    delete[] m_entries;
+    if (m_entries != &s_nothing)
+        delete[] m_entries;
     *this = larger;
     return true;
 }

@@ -39,12 +39,12 @@ public:
     static constexpr std::size_t maxLength = sizeof PathCacheEntry::path;
 
     const Entry* find(const DataStructure& asked, std::string_view path) const {
-        if (m_used == 0 || path.size() > maxLength)
+        if (path.size() > maxLength)
             return nullptr;
         const std::uint64_t mark = markOf(asked, path);
         const Entry* entry = m_entries + home(mark);
         while (entry->mark != mark || entry->asked != &asked || entry->length != path.size() ||
-               !texthash::areEqual(entry->path, path.data(), path.size())) {
+               !texthash::areShortEqual(entry->path, path.data(), path.size())) {
             if (isFree(*entry))
                 return nullptr;
             if (++entry == m_entries + m_capacity)
@@ -80,8 +80,11 @@ private:
     bool grow();
     void dropAll();
 
-    Entry* m_entries = nullptr;
-    std::size_t m_capacity = 0;
+    /// What is looked through before anything is remembered: nothing.
+    static Entry s_nothing;
+
+    Entry* m_entries = &s_nothing;
+    std::size_t m_capacity = 1;
     std::size_t m_used = 0;
     /// Counted in the upper half.
     std::uint64_t m_epoch = firstEpoch;

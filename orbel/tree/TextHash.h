@@ -15,6 +15,13 @@ std::uint64_t load(const char* text) {
     return word;
 }
 
+/// The characters of a text of up to 3 in one word.
+inline std::uint64_t loadFew(const char* text, std::size_t size) {
+    return size == 0 ? 0
+                     : load<std::uint8_t>(text) << 16U | load<std::uint8_t>(text + size / 2) << 8U |
+                           load<std::uint8_t>(text + size - 1);
+}
+
 /// Multilinear hashing (D. Lemire and O. Kaser, "Strongly universal string hashing is fast", The Computer Journal 57,
 /// 2014): the products do not wait for each other. Texts of 8 to 32 characters, as most paths are, take two or four
 /// words that may overlap; longer ones are folded in, 32 characters at a time.
@@ -38,22 +45,28 @@ inline std::uint32_t of(std::string_view text, std::uint64_t seed = 0) {
         state += load<std::uint64_t>(at) * a + load<std::uint64_t>(end - 8) * d;
     else if (size >= 4)
         state += load<std::uint32_t>(at) * a + load<std::uint32_t>(end - 4) * d;
-    else if (size > 0)
-        state +=
-            (load<std::uint8_t>(at) << 16U | load<std::uint8_t>(at + size / 2) << 8U | load<std::uint8_t>(end - 1)) * a;
+    else
+        state += loadFew(at, size) * a;
     return static_cast<std::uint32_t>(fold(state) >> 32U);
 }
 
-/// Whether two texts of one size are equal, without a call for short ones.
-inline bool areEqual(const char* left, const char* right, std::size_t size) {
-    if (size < 8 || size > 32)
-        return std::memcmp(left, right, size) == 0;
-    const auto difference = [&](std::size_t at) {
-        return load<std::uint64_t>(left + at) ^ load<std::uint64_t>(right + at);
-    };
-    std::uint64_t different = difference(0) | difference(size - 8);
+template <class Word>
+std::uint64_t difference(const char* left, const char* right) {
+    return load<Word>(left) ^ load<Word>(right);
+}
+
+/// Whether two texts of one size, at most 32 characters, are equal: without a call, which would cost more.
+inline bool areShortEqual(const char* left, const char* right, std::size_t size) {
+    if (size < 4)
+        return loadFew(left, size) == loadFew(right, size);
+    const std::size_t end = size - (size < 8 ? 4 : 8);
+    if (size < 8)
+        return (difference<std::uint32_t>(left, right) | difference<std::uint32_t>(left + end, right + end)) == 0;
+    std::uint64_t different =
+        difference<std::uint64_t>(left, right) | difference<std::uint64_t>(left + end, right + end);
     if (size > 16)
-        different |= difference(8) | difference(size - 16);
+        different |=
+            difference<std::uint64_t>(left + 8, right + 8) | difference<std::uint64_t>(left + end - 8, right + end - 8);
     return different == 0;
 }
 
