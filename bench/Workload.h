@@ -3,7 +3,9 @@
 
 #include <array>
 #include <cstddef>
+#include <random>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// A text as the library takes it (char*), with the length that the floors are given for nothing.
@@ -19,6 +21,15 @@ private:
     std::array<char, Capacity> m_text{};
     std::size_t m_length;
 };
+
+/// In a random order that is the same in every run. By hand, because std::shuffle may order differently from one
+/// standard library to the next.
+template <class Item>
+void shuffle(std::vector<Item>& items) {
+    std::mt19937_64 random(20240229);
+    for (std::size_t left = items.size(); left > 1; --left)
+        std::swap(items[left - 1], items[random() % left]);
+}
 
 /// What every subject works on: the paths "scene/nodeN/fieldM" of a number of leaves, and the texts to write.
 ///
