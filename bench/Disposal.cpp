@@ -31,6 +31,7 @@ void dispose(benchmark::State& state, const Workload& workload) {
     std::uint64_t allocations = 0;
     while (state.KeepRunningBatch(static_cast<benchmark::IterationCount>(workload.leaves()))) {
         state.PauseTiming();
+        settleHeap();
         {
             OwnedTree tree;
             const Memory empty = memoryNow();

@@ -9,7 +9,8 @@ constexpr const char* bytes = "B";
 constexpr const char* calls = "new";
 
 std::string withUnit(double number, const std::string& unit) {
-    return fixed(number, unit == times ? 2 : 1) + ' ' + unit;
+    const int digits = unit == times ? 2 : unit == calls ? 4 : 1;
+    return fixed(number, digits) + ' ' + unit;
 }
 
 std::optional<double> nanosecondsEach(const Results& results, const char* operation, std::size_t items,

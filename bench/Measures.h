@@ -118,6 +118,7 @@ void build(benchmark::State& state, Workload& workload) {
         allocations += memoryNow().allocations - before.allocations;
         state.counters["bytes"] = bytesSince(before, leaves);
         subject.destroy();
+        settleHeap();
         state.ResumeTiming();
     }
     countAllocations(state, allocations);
@@ -129,6 +130,7 @@ void destroy(benchmark::State& state, Workload& workload) {
     std::uint64_t allocations = 0;
     while (state.KeepRunningBatch(static_cast<benchmark::IterationCount>(workload.leaves()))) {
         state.PauseTiming();
+        settleHeap();
         Subject subject;
         subject.build(workload);
         const Memory before = memoryNow();

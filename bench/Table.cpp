@@ -50,5 +50,7 @@ std::size_t Table::widthOf(std::size_t column) const {
 std::string fixed(double number, int digits) {
     char text[64];
     std::snprintf(text, sizeof text, "%.*f", digits, number);
-    return text;
+    // What is only a little below zero prints as if it were signed.
+    const bool signedZero = text[0] == '-' && std::string(text).find_first_of("123456789") == std::string::npos;
+    return signedZero ? text + 1 : text;
 }

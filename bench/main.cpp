@@ -89,8 +89,9 @@ void measureLifetime(Suite& suite, std::size_t leaves) {
     addLifetime<MapFloor>(suite, workload);
     addLifetime<HashFloor>(suite, workload);
     addLifetime<BareFloor>(suite, workload);
-    addPeerLifetime(suite, workload);
     addDisposal(suite, workload);
+    suite.run();
+    addPeerLifetime(suite, workload);
     suite.run();
 }
 
