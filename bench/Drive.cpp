@@ -17,7 +17,7 @@ int repeat(const std::string& operation, std::size_t leaves, std::size_t times) 
         if (operation == "set")
             benchmark::DoNotOptimize(tree.subject.set(tree.workload.nextVisit(), tree.workload.nextValue()));
         else
-            benchmark::DoNotOptimize(tree.subject.get(tree.workload.nextVisit()));
+            benchmark::DoNotOptimize(tree.subject.get(tree.workload.nextLookup()));
     return 0;
 }
 

@@ -52,10 +52,12 @@ public:
     /// The next leaf of the random order, and the next text. Both go on where the repetition before stopped, so that
     /// large trees are visited cold.
     Path& nextVisit() { return next(m_visits, m_visit); }
+    /// The same for gets, which would otherwise shift the texts against the leaves until one meets its own text again.
+    Path& nextLookup() { return next(m_visits, m_lookup); }
     Value& nextValue() { return next(m_values, m_value); }
 
     /// From the beginning, so that subjects measured one after another do the same.
-    void rewind() { m_visit = m_value = 0; }
+    void rewind() { m_visit = m_lookup = m_value = 0; }
 
 private:
     template <class Item>
@@ -70,6 +72,7 @@ private:
     std::vector<Path> m_visits;
     std::vector<Value> m_values;
     std::size_t m_visit = 0;
+    std::size_t m_lookup = 0;
     std::size_t m_value = 0;
 };
 
