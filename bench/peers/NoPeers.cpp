@@ -1,5 +1,3 @@
 #include "Peers.h"
 
-void addPeerAccess(Suite& /*suite*/, std::size_t /*leaves*/) {}
-
-void addPeerLifetime(Suite& /*suite*/, Workload& /*workload*/) {}
+void measurePeers(Suite& /*suite*/, std::size_t /*leaves*/) {}

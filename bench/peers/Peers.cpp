@@ -12,16 +12,17 @@ constexpr std::size_t mostObjects = 100'000;
 
 } // namespace
 
-void addPeerAccess(Suite& suite, std::size_t leaves) {
+void measurePeers(Suite& suite, std::size_t leaves) {
     addAccess<BoostTree>(suite, leaves);
     addAccess<QtProperties>(suite, leaves);
     if (leaves <= mostObjects)
         addAccess<QtObjects>(suite, leaves);
-}
+    suite.run();
 
-void addPeerLifetime(Suite& suite, Workload& workload) {
+    Workload workload(leaves);
     addLifetime<BoostTree>(suite, workload);
     addLifetime<QtProperties>(suite, workload);
-    if (workload.leaves() <= mostObjects)
+    if (leaves <= mostObjects)
         addLifetime<QtObjects>(suite, workload);
+    suite.run();
 }
