@@ -9,6 +9,7 @@
 #include "FieldWatch.h"
 #include "HandlerList.h"
 #include "Limits.h"
+#include "TreeState.h"
 #include "TypeBuild.h"
 
 #include <algorithm>
@@ -185,6 +186,7 @@ DataField* DataArray::getField(char* path, int index, int flag) {
 }
 
 void DataArray::removeChildren() {
+    treeState.paths.drop();
     std::vector<DataObject*> elements;
     elements.swap(m_elements);
     std::vector<DataField*> fields;

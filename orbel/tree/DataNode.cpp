@@ -8,9 +8,9 @@
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
 #include "CommandText.h"
+#include "FieldTies.h"
 #include "FieldWatch.h"
 #include "Limits.h"
-#include "LinkTargets.h"
 #include "NestedCall.h"
 #include "TreeState.h"
 
@@ -183,11 +183,10 @@ void DataNode::executeCommand(char* command, int index) {
     if (!mayRun(command))
         return;
     const FieldWatch watch(*this);
-    if (const auto list = m_targets)
-        list->walk(*this, [&](DataField& target) {
-            if (target.isOfType(DataNode::getClassType()) != 0)
-                repeat(static_cast<DataNode&>(target), command, index);
-        });
+    walkTargets([&](DataField& target) {
+        if (target.isOfType(DataNode::getClassType()) != 0)
+            repeat(static_cast<DataNode&>(target), command, index);
+    });
     SetCommand parts;
     if (watch.ended() || !parts.cut(command))
         return;

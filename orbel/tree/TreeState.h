@@ -1,8 +1,9 @@
 #ifndef ORBEL_TREE_TREESTATE_H
 #define ORBEL_TREE_TREESTATE_H
 
+#include "PathCache.h"
+
 #include <string>
-#include <string_view>
 
 class DataStructure;
 class FieldListWatch;
@@ -16,6 +17,8 @@ struct TreeState {
     /// Set when a resolution met "*"; `wildcardRest` is then what follows "*/".
     bool wildcard = false;
     char wildcardRest[1000] = {};
+    /// Where plain paths have led to.
+    PathCache paths;
     /// The result of DataField::getFullPath.
     std::string fullPath;
     /// The operations under way, innermost first.
