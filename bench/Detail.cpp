@@ -56,6 +56,13 @@ void printComparison(const Results& results, std::ostream& out) {
           table, out);
 }
 
+void printPeers(const Results& results, std::ostream& out) {
+    for (const char* operation : {"set", "get", "build", "delete"})
+        if (results.has(operation, boostTree))
+            print((std::string("Nanoseconds per ") + operation + ". " + silentSets).c_str(),
+                  bySubject(results, operation), out);
+}
+
 void printOthers(const Results& results, std::ostream& out) {
     Table table({"operation", "subject", "items", "ns", "allocs"}, 2);
     for (const std::string& operation : results.operations()) {

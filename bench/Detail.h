@@ -11,6 +11,8 @@
 
 /// Operations that the library and the floors have alike.
 void printComparison(const Results& results, std::ostream& out);
+/// The same with the other systems, where they were measured.
+void printPeers(const Results& results, std::ostream& out);
 /// Operations with subjects of their own.
 void printOthers(const Results& results, std::ostream& out);
 /// Operations that the library alone has: how the cost of one item grows with the number of items.

@@ -22,6 +22,8 @@ std::string content(const Results& results, const Goals& goals, const std::strin
             continue;
         out << "\n### Nanoseconds per " << operation << "\n\n";
         table.printMarkdown(out);
+        if (std::string(operation) == "set" && results.has("set", boostTree))
+            out << '\n' << silentSets << '\n';
     }
     return out.str();
 }

@@ -12,6 +12,9 @@
 inline constexpr const char* library = "library";
 inline constexpr const char* floorMap = "floor-map";
 inline constexpr const char* floorHash = "floor-hash";
+/// Boost.PropertyTree has no observers, which is told wherever its sets are.
+inline constexpr const char* boostTree = "boost-ptree";
+inline constexpr const char* silentSets = "boost-ptree has no observers: its sets tell nobody.";
 inline constexpr const char* floorBare = "floor-bare";
 /// The same work on plain objects in hand, without any path.
 inline constexpr const char* floorPlain = "plain";

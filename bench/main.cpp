@@ -197,6 +197,7 @@ int main(int argc, char** argv) {
     Suite suite(results);
     measureAll(suite, options.quick);
     printComparison(results, std::cout);
+    printPeers(results, std::cout);
     printOthers(results, std::cout);
     printGrowth(results, std::cout);
     Goals goals;

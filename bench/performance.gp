@@ -12,7 +12,7 @@ set logscale xy
 set format x "10^{%T}"
 set xrange [700:*]
 set xlabel "leaves in the tree"
-set ylabel "nanoseconds per set by path, one observer told"
+set ylabel "nanoseconds per set by path"
 set grid xtics ytics linecolor rgb "#dddddd"
 set border 3 linecolor rgb "#666666"
 set tics nomirror

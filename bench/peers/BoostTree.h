@@ -1,6 +1,7 @@
 #ifndef BENCH_PEERS_BOOSTTREE_H
 #define BENCH_PEERS_BOOSTTREE_H
 
+#include "../Results.h"
 #include "../Workload.h"
 
 #include <boost/property_tree/ptree.hpp>
@@ -12,7 +13,7 @@
 /// Boost.PropertyTree, a tree of texts that are reached by path. It has no observers: a set tells nobody.
 class BoostTree {
 public:
-    static constexpr std::string_view name = "boost-ptree";
+    static constexpr std::string_view name = boostTree;
     static constexpr bool observes = false;
 
     void build(Workload& workload) {
