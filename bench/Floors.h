@@ -10,9 +10,10 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
-/// The two floors: the least that standard containers need to find a text by path, assign it and tell observers.
+/// The floors: the least that plain containers need to find a text by path, assign it and tell observers.
 
 class Observer {
 public:
@@ -125,11 +126,75 @@ private:
     std::unordered_map<std::string, LeafType, Hash, std::equal_to<>> m_leaves;
 };
 
+/// floor-bare: a flat table of our own, searched from the place that the hash of the whole path tells. For information:
+/// what is left when nodes, buckets and erasing are given up.
+template <class LeafType>
+class BareContainer {
+public:
+    static constexpr std::string_view name = "floor-bare";
+
+    LeafType& add(std::string_view path) {
+        if (m_used * 2 >= m_entries.size())
+            grow();
+        const std::size_t hash = std::hash<std::string_view>()(path);
+        Entry& entry = at(hash, path);
+        if (entry.path.empty()) {
+            entry.hash = hash;
+            entry.path = path;
+            ++m_used;
+        }
+        return entry.leaf;
+    }
+
+    LeafType* find(std::string_view path) {
+        Entry& entry = at(std::hash<std::string_view>()(path), path);
+        return entry.path.empty() ? nullptr : &entry.leaf;
+    }
+
+    void clear() {
+        m_entries = std::vector<Entry>(smallest);
+        m_used = 0;
+    }
+
+private:
+    struct Entry {
+        std::size_t hash = 0;
+        std::string path;
+        LeafType leaf;
+    };
+
+    static constexpr std::size_t smallest = 16;
+
+    /// The entry of the path, else the free one where it belongs.
+    Entry& at(std::size_t hash, std::string_view path) {
+        const std::size_t mask = m_entries.size() - 1;
+        std::size_t place = hash & mask;
+        while (!m_entries[place].path.empty() && (m_entries[place].hash != hash || m_entries[place].path != path))
+            place = (place + 1) & mask;
+        return m_entries[place];
+    }
+
+    void grow() {
+        std::vector<Entry> before(m_entries.size() * 2);
+        before.swap(m_entries);
+        for (Entry& entry : before)
+            if (!entry.path.empty()) {
+                Entry& moved = at(entry.hash, entry.path);
+                moved = std::move(entry);
+            }
+    }
+
+    // Always a power of two, at most half full.
+    std::vector<Entry> m_entries = std::vector<Entry>(smallest);
+    std::size_t m_used = 0;
+};
+
 /// A floor with the operations that are measured; LibraryTree has the same.
 template <class Container>
 class Floor {
 public:
     static constexpr std::string_view name = Container::name;
+    static constexpr bool observes = true;
 
     void build(Workload& workload) {
         for (const Workload::Path& path : workload.paths())

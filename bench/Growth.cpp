@@ -146,19 +146,19 @@ Growth::Pass evaluate(std::size_t items) {
 
 const std::vector<Growth>& growths() {
     static const std::vector<Growth> all{
-        {"broadcast", broadcast},
-        {"typed-array", typedArray},
-        {"hash-table", hashTable},
-        {"type-files", loadTypes},
-        {"command-list", commandList},
-        {"expression", evaluate},
-        {"plug-ins", plugIns},
-        {"converted", convertedPlugIns},
-        {"conversion", conversion},
-        {"table-file", loadTable},
-        {"scenes", scenes},
-        {"wide-scene", wideScene},
-        {"deep-scene", deepScene},
+        {"broadcast", broadcast, true},
+        {"typed-array", typedArray, false},
+        {"hash-table", hashTable, false},
+        {"type-files", loadTypes, false},
+        {"command-list", commandList, true},
+        {"expression", evaluate, true},
+        {"plug-ins", plugIns, true},
+        {"converted", convertedPlugIns, true},
+        {"conversion", conversion, true},
+        {"table-file", loadTable, false},
+        {"scenes", scenes, true},
+        {"wide-scene", wideScene, false},
+        {"deep-scene", deepScene, false},
     };
     return all;
 }

@@ -18,6 +18,9 @@ struct Growth {
     std::string_view name;
     /// Makes ready one pass over so many items; is not measured.
     std::function<Pass(std::size_t items)> prepare;
+    /// Whether the work leaves everything as it was. It is then done once before the clock runs, so that what is
+    /// measured, and what it allocates, is the steady state.
+    bool steady = false;
 };
 
 /// One line for each text language and each store that grows.

@@ -6,12 +6,16 @@ std::size_t callCount = 0;
 
 } // namespace
 
-void LibraryTree::CountingHandler::onChange(DataField& /*field*/, bool /*changed*/) {
+void CountingHandler::onChange(DataField& /*field*/, bool /*changed*/) {
     ++callCount;
 }
 
-void LibraryTree::CountingHandler::onChange(DataField& /*field*/, bool /*changed*/, int /*from*/, int /*to*/) {
+void CountingHandler::onChange(DataField& /*field*/, bool /*changed*/, int /*from*/, int /*to*/) {
     ++callCount;
+}
+
+std::size_t CountingHandler::calls() {
+    return callCount;
 }
 
 void LibraryTree::build(Workload& workload) {
@@ -32,8 +36,4 @@ void LibraryTree::observeAll(Workload& workload) {
 void LibraryTree::observeOne(Workload::Path& path) {
     for (CountingHandler& handler : m_handlers)
         m_tree.root.registerHandler(path.chars(), &handler, 0);
-}
-
-std::size_t LibraryTree::calls() {
-    return callCount;
 }

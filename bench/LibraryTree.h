@@ -10,10 +10,20 @@
 #include <string_view>
 #include <vector>
 
+class CountingHandler final : public DataHandler {
+public:
+    void onChange(DataField& field, bool changed) override;
+    void onChange(DataField& field, bool changed, int from, int to) override;
+
+    /// Calls of all handlers so far.
+    static std::size_t calls();
+};
+
 /// A tree of the library with the operations that are measured; the floors have the same.
 class LibraryTree {
 public:
     static constexpr std::string_view name = "library";
+    static constexpr bool observes = true;
 
     /// One kind-prefixed path per leaf, so every leaf also carries the handler that kinds put on it.
     void build(Workload& workload);
@@ -34,16 +44,9 @@ public:
     /// Takes the tree apart and frees all of it.
     void destroy() { m_tree.clear(); }
 
-    /// Calls of all observers so far.
-    static std::size_t calls();
+    static std::size_t calls() { return CountingHandler::calls(); }
 
 private:
-    class CountingHandler final : public DataHandler {
-    public:
-        void onChange(DataField& field, bool changed) override;
-        void onChange(DataField& field, bool changed, int from, int to) override;
-    };
-
     std::vector<CountingHandler> m_handlers;
     // Goes before the handlers, which then have no field to leave.
     OwnedTree m_tree;

@@ -28,6 +28,13 @@ Memory memoryNow() {
     return counted;
 }
 
+void settleHeap() {
+    // Small blocks are kept apart until a large one is wanted. Through a volatile pointer, lest the pair is left out.
+    constexpr std::size_t large = 64'000;
+    void* volatile block = std::malloc(large);
+    std::free(block);
+}
+
 // The standard library's array and nothrow forms end up in these.
 
 void* operator new(std::size_t size) {

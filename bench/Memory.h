@@ -13,4 +13,8 @@ struct Memory {
 
 Memory memoryNow();
 
+/// Joins what has been freed into large blocks again, so that what one subject leaves behind does not scatter the
+/// blocks of the next.
+void settleHeap();
+
 #endif

@@ -1,9 +1,6 @@
 #include "Workload.h"
 
-#include <cstdint>
-#include <random>
 #include <string>
-#include <utility>
 
 namespace {
 
@@ -26,11 +23,8 @@ Workload::Workload(std::size_t leaves) {
         m_paths.emplace_back("scene/" + node + '/' + field);
     }
 
-    // By hand, because std::shuffle may order differently from one standard library to the next.
     m_visits = m_paths;
-    std::mt19937_64 random(20240229);
-    for (std::size_t left = leaves; left > 1; --left)
-        std::swap(m_visits[left - 1], m_visits[random() % left]);
+    shuffle(m_visits);
 
     for (int value = 0; value < valueCount; ++value)
         m_values.emplace_back("value " + std::to_string(100'000 + value));

@@ -3,7 +3,9 @@
 
 #include <array>
 #include <cstddef>
+#include <random>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 /// A text as the library takes it (char*), with the length that the floors are given for nothing.
@@ -19,6 +21,15 @@ private:
     std::array<char, Capacity> m_text{};
     std::size_t m_length;
 };
+
+/// In a random order that is the same in every run. By hand, because std::shuffle may order differently from one
+/// standard library to the next.
+template <class Item>
+void shuffle(std::vector<Item>& items) {
+    std::mt19937_64 random(20240229);
+    for (std::size_t left = items.size(); left > 1; --left)
+        std::swap(items[left - 1], items[random() % left]);
+}
 
 /// What every subject works on: the paths "scene/nodeN/fieldM" of a number of leaves, and the texts to write.
 ///
@@ -41,10 +52,12 @@ public:
     /// The next leaf of the random order, and the next text. Both go on where the repetition before stopped, so that
     /// large trees are visited cold.
     Path& nextVisit() { return next(m_visits, m_visit); }
+    /// The same for gets, which would otherwise shift the texts against the leaves until one meets its own text again.
+    Path& nextLookup() { return next(m_visits, m_lookup); }
     Value& nextValue() { return next(m_values, m_value); }
 
     /// From the beginning, so that subjects measured one after another do the same.
-    void rewind() { m_visit = m_value = 0; }
+    void rewind() { m_visit = m_lookup = m_value = 0; }
 
 private:
     template <class Item>
@@ -59,6 +72,7 @@ private:
     std::vector<Path> m_visits;
     std::vector<Value> m_values;
     std::size_t m_visit = 0;
+    std::size_t m_lookup = 0;
     std::size_t m_value = 0;
 };
 
