@@ -55,13 +55,17 @@ std::uint32_t ChildTable::positionOf(const DataField& field) const {
     return static_cast<std::uint32_t>(found - m_entries.begin());
 }
 
-std::uint32_t ChildTable::positionOf(std::string_view name) const {
+std::uint32_t ChildTable::positionOf(std::string_view name, std::uint32_t hash) const {
     if (!m_slots.empty())
-        return m_slots[slotOf(name, texthash::of(name))].position;
+        return m_slots[slotOf(name, hash)].position;
     for (std::size_t position = m_first; position < m_entries.size(); ++position)
         if (m_entries[position] && isNamed(m_entries[position], name))
             return static_cast<std::uint32_t>(position);
     return none;
+}
+
+std::uint32_t ChildTable::positionOf(std::string_view name) const {
+    return positionOf(name, m_slots.empty() ? 0 : texthash::of(name));
 }
 
 bool ChildTable::contains(std::string_view name) const {
@@ -74,8 +78,11 @@ DataField* ChildTable::find(std::string_view name) const {
 }
 
 bool ChildTable::insert(DataField& field) {
+    if (field.m_listedIn == this)
+        return false;
     const std::string_view name = field.getName();
-    if (positionOf(name) != none)
+    const std::uint32_t hash = texthash::of(name);
+    if (positionOf(name, hash) != none)
         return false;
     makeRoom();
     // A field that another table lists by its name can be renamed without this one being told.
@@ -88,7 +95,7 @@ bool ChildTable::insert(DataField& field) {
     if (entry.first())
         field.m_listedIn = this;
     if (!m_slots.empty())
-        putIntoSlot(texthash::of(name), position);
+        putIntoSlot({hash, position});
     ++m_live;
     ++m_shape;
     return true;
@@ -101,8 +108,13 @@ void ChildTable::makeRoom() {
     const std::size_t wanted = m_entries.size() + 1;
     if (wanted <= fewChildren || wanted * 4 <= m_slots.size() * 3)
         return;
-    m_slots.resize(std::max<std::size_t>(16, m_slots.size() * 2));
-    fillSlots();
+    std::vector<Slot> slots(std::max<std::size_t>(16, m_slots.size() * 2));
+    slots.swap(m_slots);
+    if (slots.empty())
+        fillSlots();
+    for (const Slot& slot : slots)
+        if (slot.position != none)
+            putIntoSlot(slot);
 }
 
 void ChildTable::fillSlots() {
@@ -111,15 +123,15 @@ void ChildTable::fillSlots() {
         return;
     for (std::size_t position = m_first; position < m_entries.size(); ++position)
         if (m_entries[position])
-            putIntoSlot(texthash::of(keyOf(m_entries[position])), static_cast<std::uint32_t>(position));
+            putIntoSlot({texthash::of(keyOf(m_entries[position])), static_cast<std::uint32_t>(position)});
 }
 
-void ChildTable::putIntoSlot(std::uint32_t hash, std::uint32_t position) {
+void ChildTable::putIntoSlot(Slot filled) {
     const std::size_t mask = m_slots.size() - 1;
-    std::size_t slot = hash & mask;
+    std::size_t slot = filled.hash & mask;
     while (m_slots[slot].position != none)
         slot = (slot + 1) & mask;
-    m_slots[slot] = {hash, position};
+    m_slots[slot] = filled;
 }
 
 /// Closes the gap, so that what was put behind it by a collision is still found.

@@ -94,10 +94,11 @@ private:
     std::size_t slotOf(std::string_view name, std::uint32_t hash) const;
     std::size_t slotOf(std::uint32_t position) const;
     std::uint32_t positionOf(std::string_view name) const;
+    std::uint32_t positionOf(std::string_view name, std::uint32_t hash) const;
     std::uint32_t positionOf(const DataField& field) const;
     DataField* eraseAt(std::uint32_t position);
     void freeSlot(std::size_t slot);
-    void putIntoSlot(std::uint32_t hash, std::uint32_t position);
+    void putIntoSlot(Slot filled);
     void makeRoom();
     void fillSlots();
     void dropHoles();

@@ -236,7 +236,7 @@ DataField* DataStructure::findChild(std::string_view name) {
 /// The walk from a structure down a path.
 class DataStructure::Resolution {
 public:
-    Resolution(DataStructure& start, char* path, int index, int flag)
+    Resolution(DataStructure& start, const char* path, int index, int flag)
         : m_at(&start), m_path(path), m_index(index), m_flag(flag) {}
 
     DataField* run() {
@@ -256,11 +256,8 @@ private:
     Next step(DataField*& found) {
         treeState.lastSearched = m_at;
         treeState.wildcard = false;
-        const std::string_view whole(m_path);
-        const std::size_t slash = whole.find('/');
-        const PathSegment segment = readSegment(whole.substr(0, slash));
-        char* rest = slash == std::string_view::npos ? nullptr : m_path + slash + 1;
-
+        const char* rest = m_path;
+        const PathSegment segment = cutSegment(rest);
         if (segment.isWildcard()) {
             treeState.wildcard = true;
             text::copyCut(treeState.wildcardRest, rest);
@@ -268,51 +265,48 @@ private:
         }
         if (segment.isParent() && m_at->getParent()) {
             m_isPlain = false;
-            found = m_at->getParent()->getField(rest, m_index, m_flag);
+            found = m_at->getParent()->getField(const_cast<char*>(rest), m_index, m_flag);
             return Next::End;
         }
         if (segment.kind)
-            return create(whole, slash, found);
+            return create(segment, rest, found);
         DataField* child = m_at->findChild(segment.name);
         return child ? descend(*child, segment.indexText, rest, found) : Next::End;
     }
 
-    Next create(std::string_view whole, std::size_t slash, DataField*& found) {
+    Next create(PathSegment segment, const char* rest, DataField*& found) {
         m_isPlain = false;
         // Creating and marking run callbacks, and the path may stand in a buffer that those write to.
         if (!m_isCopied) {
-            whole.copy(m_copy, whole.size());
-            m_copy[whole.size()] = '\0';
-            m_path = m_copy;
+            text::copyCut(m_copy, m_path);
+            rest = m_copy;
+            segment = cutSegment(rest);
             m_isCopied = true;
         }
-        const PathSegment segment = readSegment(std::string_view(m_path, std::min(slash, whole.size())));
-        char* rest = slash == std::string_view::npos ? nullptr : m_path + slash + 1;
         const FieldWatch watch(*m_at);
         DataField* child = m_at->findOrCreate(*segment.kind, segment.name);
         return child && !watch.ended() ? descend(*child, segment.indexText, rest, found) : Next::End;
     }
 
-    Next descend(DataField& child, std::optional<std::string_view> indexText, char* rest, DataField*& found) {
-        if (child.isOfType(DataNode::getClassType()) == 0) {
-            found = &child;
+    Next descend(DataField& child, std::optional<std::string_view> indexText, const char* rest, DataField*& found) {
+        found = &child;
+        if (child.isExactType(DataValue::classType) != 0 || child.isOfType(DataNode::getClassType()) == 0)
             return Next::End;
-        }
-        if (child.isOfType(DataHashTable::getClassType()) != 0)
+        const bool isStructure = child.isExactType(classType) != 0;
+        if (!isStructure && child.isOfType(DataHashTable::getClassType()) != 0)
             return enterTable(static_cast<DataHashTable&>(child), indexText, rest, found);
-        if (!rest) {
-            found = &child;
+        if (!rest)
             return Next::End;
-        }
         const int start = indexText ? text::readIndexRange(*indexText).start : 0;
-        if (!isExactly<DataArray>(child))
+        if (isStructure || !isExactly<DataArray>(child))
             return enter(static_cast<DataNode&>(child), rest, start, found);
+        found = nullptr;
         DataObject* element = static_cast<DataArray&>(child).getObject(start);
         return element ? enter(*element, rest, start, found) : Next::End;
     }
 
-    Next enterTable(DataHashTable& table, std::optional<std::string_view> indexText, char* rest, DataField*& found) {
-        found = &table;
+    Next enterTable(DataHashTable& table, std::optional<std::string_view> indexText, const char* rest,
+                    DataField*& found) {
         if (!indexText)
             return Next::End;
         // Behind a table without anything else it depends on the flag what is meant.
@@ -336,12 +330,13 @@ private:
     }
 
     /// Classes of clients may find their fields in a way of their own.
-    Next enter(DataNode& node, char* rest, int index, DataField*& found) {
+    Next enter(DataNode& node, const char* rest, int index, DataField*& found) {
         if (!isExactly<DataStructure>(node) && !isExactly<DataObject>(node) && !isExactly<Orbel>(node)) {
             m_isPlain = false;
-            found = node.getField(rest, index, 1);
+            found = node.getField(const_cast<char*>(rest), index, 1);
             return Next::End;
         }
+        found = nullptr;
         m_at = static_cast<DataStructure*>(&node);
         m_path = rest;
         m_index = index;
@@ -350,7 +345,7 @@ private:
     }
 
     DataStructure* m_at;
-    char* m_path;
+    const char* m_path;
     int m_index;
     int m_flag;
     bool m_isPlain = true;
@@ -393,12 +388,13 @@ DataField* DataStructure::resolve(char* path, std::size_t length, int index, int
 
 /// Contract: a kind retypes what exists, as far as it can have an object type.
 void DataStructure::setObjectTypeOf(DataField& child, std::string_view kind) {
-    std::string typeName(kind);
+    if (child.isExactType(DataValue::classType) != 0 || child.isExactType(classType) != 0)
+        return;
     // Without a record there is no object either; asking for it would load the types for nothing.
     if (child.isOfType(DataObject::classType) != 0)
-        static_cast<DataObject&>(child).setObjectType(typeName.data());
+        static_cast<DataObject&>(child).setObjectType(std::string(kind).data());
     else if (child.isOfType(DataArray::getClassType()) != 0)
-        static_cast<DataArray&>(child).setObjectType(typeName.data());
+        static_cast<DataArray&>(child).setObjectType(std::string(kind).data());
 }
 
 DataField* DataStructure::findOrCreate(std::string_view kind, std::string_view name) {

@@ -2,16 +2,52 @@
 
 #include "../foundation/text/Scanner.h"
 
-PathSegment readSegment(std::string_view segment) {
-    PathSegment result;
-    if (const std::size_t colon = segment.find(':'); colon != std::string_view::npos) {
-        result.kind = segment.substr(0, colon);
-        segment.remove_prefix(colon + 1);
+namespace {
+
+std::string_view between(const char* from, const char* to) {
+    return {from, static_cast<std::size_t>(to - from)};
+}
+
+/// Goes to the end of the segment, in one pass.
+template <class IsEnd>
+PathSegment scanSegment(const char*& at, const char* limit, IsEnd isEnd) {
+    const char* name = at;
+    const char* kind = nullptr;
+    const char* bracket = nullptr;
+    for (; at != limit; ++at) {
+        // All that means something comes before the letters of most names.
+        if (*at > '[')
+            continue;
+        if (isEnd(at))
+            break;
+        if (*at == ':' && !kind) {
+            kind = name;
+            name = at + 1;
+            bracket = nullptr;
+        } else if (*at == '[' && !bracket) {
+            bracket = at;
+        }
     }
-    const std::size_t bracket = segment.find('[');
-    result.name = segment.substr(0, bracket);
-    if (bracket != std::string_view::npos)
-        result.indexText = segment.substr(bracket + 1);
+    PathSegment result;
+    if (kind)
+        result.kind = between(kind, name - 1);
+    result.name = between(name, bracket ? bracket : at);
+    if (bracket)
+        result.indexText = between(bracket + 1, at);
+    return result;
+}
+
+} // namespace
+
+PathSegment readSegment(std::string_view segment) {
+    const char* at = segment.data();
+    return scanSegment(at, at + segment.size(), [](const char*) { return false; });
+}
+
+PathSegment cutSegment(const char*& path) {
+    const char* at = path;
+    const PathSegment result = scanSegment(at, nullptr, [](const char* here) { return *here == '/' || *here == '\0'; });
+    path = *at == '/' ? at + 1 : nullptr;
     return result;
 }
 

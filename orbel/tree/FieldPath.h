@@ -17,6 +17,9 @@ struct PathSegment {
 /// Reads a segment that holds no "/". Contract: only the first ":" and the first "[" behind it count.
 PathSegment readSegment(std::string_view segment);
 
+/// Cuts the first segment off a path: `path` is then what is behind the "/", null when there is none.
+PathSegment cutSegment(const char*& path);
+
 /// The key in an index text: what precedes "]", trimmed.
 std::string_view keyOf(std::string_view indexText);
 
