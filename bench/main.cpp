@@ -3,6 +3,7 @@
 #include "LibraryTree.h"
 #include "Memory.h"
 #include "Report.h"
+#include "TextLanguages.h"
 #include "Workload.h"
 
 #include <benchmark/benchmark.h>
@@ -293,6 +294,10 @@ int main(int argc, char** argv) {
         return 1;
     }
 
+    if (benchmark::GetBenchmarkFilter() == "texts") {
+        printTextLanguages();
+        return 0;
+    }
     Report report;
     Groups groups(report);
     std::vector<std::size_t> sizes{1'000, 10'000};
@@ -310,5 +315,7 @@ int main(int argc, char** argv) {
                 groups.grow(growth, items);
     report.printTable();
     report.printGrowth();
+    if (benchmark::GetBenchmarkFilter().empty())
+        printTextLanguages();
     benchmark::Shutdown();
 }
