@@ -12,7 +12,6 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -22,6 +21,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <time.h>
 #include <unistd.h>
 #include <unordered_map>
 
@@ -59,9 +59,10 @@ struct Scene {
         for (std::size_t item = 0; item < fieldCount; ++item) {
             const std::string node = numbered("node", item / 100);
             if (item % 100 == 0)
-                parent = &OwnedTree::addNode(scene, node);
-            OwnedTree::addValue(*parent, numbered("field", item % 100));
-            paths.push_back("scene/" + node + numbered("/field", item % 100));
+                nodes.push_back(&OwnedTree::addNode(scene, node));
+            names.push_back(numbered("field", item % 100));
+            OwnedTree::addValue(*nodes.back(), names.back());
+            paths.push_back("scene/" + node + '/' + names.back());
             texts.push_back(numbered("value ", item));
         }
     }
@@ -76,15 +77,16 @@ struct Scene {
     }
 
     OwnedTree tree;
-    DataStructure* parent = nullptr;
+    std::vector<DataStructure*> nodes;
+    std::vector<std::string> names;
     std::vector<std::string> paths;
     std::vector<std::string> texts;
 };
 
 Pass setCommands() {
     const auto scene = std::make_shared<Scene>();
-    const auto list = scene->listOf(
-        [](const auto& path, const auto&, const auto& text) { return path + " = " + text + "; "; });
+    const auto list =
+        scene->listOf([](const auto& path, const auto&, const auto& text) { return path + " = " + text + "; "; });
     return {list->size(), fieldCount, [=] { scene->tree.root.parseCommand(chars(*list), 0); }, scanOf(list, ";={}\""),
             [=] {
                 for (std::size_t item = 0; item < fieldCount; ++item)
@@ -105,7 +107,7 @@ Pass structuredCommand() {
     return {list->size(), fieldCount, [=] { scene->tree.root.parseCommand(chars(*list), 0); }, scanOf(list, ";={}\""),
             [=] {
                 for (std::size_t item = 0; item < fieldCount; ++item)
-                    scene->tree.root.setFieldData(chars(scene->paths[item]), chars(scene->texts[item]));
+                    scene->nodes[item / 100]->setFieldData(chars(scene->names[item % 100]), chars(scene->texts[item]));
             }};
 }
 
@@ -117,8 +119,8 @@ Pass copyCommands() {
             [=] {
                 for (std::size_t item = 0; item < fieldCount; ++item) {
                     DataField* target = scene->tree.root.getField(chars(scene->paths[item]), 0, 1);
-                    target->copyData(
-                        scene->tree.root.getField(chars(scene->paths[(item + 1) % fieldCount]), 0, 1), 0, 0, 1);
+                    target->copyData(scene->tree.root.getField(chars(scene->paths[(item + 1) % fieldCount]), 0, 1), 0,
+                                     0, 1);
                 }
             }};
 }
@@ -201,7 +203,8 @@ Pass evaluateExpressions() {
     std::size_t bytes = 0;
     for (DataExpression& expression : made->expressions)
         bytes += std::strlen(expression.evaluate(0));
-    return {bytes, Expressions::count * Expressions::references,
+    return {bytes,
+            Expressions::count * Expressions::references,
             [=] {
                 for (DataExpression& expression : made->expressions)
                     sink = sink + static_cast<unsigned char>(*expression.evaluate(0));
@@ -247,9 +250,12 @@ void addField(DataObjectType& type, const char* name, const char* value, int siz
 Pass typeFile() {
     DataObject::init();
     auto text = std::make_shared<std::string>();
-    for (std::size_t item = 0; item < fieldCount; ++item)
-        *text += numbered("Label", item) + " = {\n  string title=Weather report; // shown on top\n"
-                                           "  string colour=white;\n  string values[3];\n};\n";
+    auto names = std::make_shared<std::vector<std::string>>();
+    for (std::size_t item = 0; item < fieldCount; ++item) {
+        names->push_back(numbered("Label", item));
+        *text += names->back() + " = {\n  string title=Weather report; // shown on top\n"
+                                 "  string colour=white;\n  string values[3];\n};\n";
+    }
     const auto file = std::make_shared<BenchFile>("labels.qx", *text);
     const auto renew = [] {
         delete DataObject::s_tTypes;
@@ -264,9 +270,9 @@ Pass typeFile() {
             [=] {
                 renew();
                 DataObject::s_tTypes = new DataObjectTypesTable;
-                for (std::size_t item = 0; item < fieldCount; ++item) {
+                for (std::string& name : *names) {
                     auto* type = new DataObjectType;
-                    type->setName(chars(numbered("Label", item)));
+                    type->setName(chars(name));
                     addField(*type, "title", "Weather report", 1);
                     addField(*type, "colour", "white", 1);
                     addField(*type, "values", "", 3);
@@ -275,44 +281,54 @@ Pass typeFile() {
             }};
 }
 
+/// The rows of a table file, with what is stored of them.
+struct Rows {
+    explicit Rows(std::string_view header) : text(std::make_shared<std::string>(header)) {}
+
+    void add(std::vector<std::string> fields) {
+        for (std::size_t field = 0; field < fields.size(); ++field)
+            *text += (field == 0 ? "" : ",") + fields[field];
+        *text += '\n';
+        all.push_back(std::move(fields));
+    }
+
+    std::shared_ptr<std::string> text;
+    std::vector<std::vector<std::string>> all;
+};
+
 Pass conversionFile() {
-    auto text = std::make_shared<std::string>("__TABLE__,Table\n");
+    const auto rows = std::make_shared<Rows>("__TABLE__,Table\n");
     for (std::size_t item = 0; item < fieldCount; ++item)
-        *text += numbered("key", item) + numbered(",picture number ", item) + ".png\n";
-    const auto file = std::make_shared<BenchFile>("QX_ConvTables.csv", *text);
-    return {text->size(), fieldCount,
+        rows->add({numbered("key", item), numbered("picture number ", item) + ".png"});
+    const auto file = std::make_shared<BenchFile>("QX_ConvTables.csv", *rows->text);
+    return {rows->text->size(), fieldCount,
             [=] {
                 const Silence silence;
                 const ConversionTables tables(file->folder());
             },
-            scanOf(text, ",\n"),
-            [] {
+            scanOf(rows->text, ",\n"),
+            [=] {
                 std::unordered_map<std::string, std::string> table;
-                for (std::size_t item = 0; item < fieldCount; ++item)
-                    table.try_emplace(numbered("key", item), numbered("picture number ", item).append(".png"));
+                for (const auto& row : rows->all)
+                    table.try_emplace(row[0], row[1]);
             }};
 }
 
 Pass presetsFile() {
-    auto text = std::make_shared<std::string>("__PLUGIN__,Clock\nName,Format,Colour,Size\n");
+    const auto rows = std::make_shared<Rows>("__PLUGIN__,Clock\nName,Format,Colour,Size\n");
     for (std::size_t item = 0; item < fieldCount; ++item)
-        *text += numbered("Preset", item) + ",HH:MM:SS,white,12\n";
-    const auto file = std::make_shared<BenchFile>("QX_PreSets.csv", *text);
-    return {text->size(), fieldCount,
+        rows->add({numbered("Preset", item), "HH:MM:SS", "white", "12"});
+    const auto file = std::make_shared<BenchFile>("QX_PreSets.csv", *rows->text);
+    return {rows->text->size(), fieldCount,
             [=] {
                 const Silence silence;
                 const AllPluginPreSets presets(file->folder());
             },
-            scanOf(text, ",\n"),
-            [] {
-                std::vector<std::vector<std::string>> rows;
-                for (std::size_t item = 0; item < fieldCount; ++item) {
-                    std::vector<std::string>& row = rows.emplace_back();
-                    row.reserve(4);
-                    row.push_back(numbered("Preset", item));
-                    for (const char* field : {"HH:MM:SS", "white", "12"})
-                        row.emplace_back(field);
-                }
+            scanOf(rows->text, ",\n"),
+            [=] {
+                std::vector<std::vector<std::string>> stored;
+                for (const auto& row : rows->all)
+                    stored.push_back(row);
             }};
 }
 
@@ -360,7 +376,8 @@ Pass conversion() {
     }
     const auto told = std::make_shared<Told>();
     const auto copy = std::make_shared<std::string>();
-    return {bytes, fieldCount,
+    return {bytes,
+            fieldCount,
             [=] {
                 for (const std::string& key : *keys)
                     told->value.setData(key.c_str());
@@ -404,7 +421,8 @@ struct Dump {
 
 Pass dumpToString() {
     const auto dump = std::make_shared<Dump>();
-    return {dump->text.size(), dump->items,
+    return {dump->text.size(),
+            dump->items,
             [=] {
                 std::ostringstream os;
                 dump->tree.root.dump(os, -1, -1, 1);
@@ -419,7 +437,8 @@ Pass dumpToString() {
 Pass dumpToFile() {
     const auto dump = std::make_shared<Dump>();
     const auto file = std::make_shared<BenchFile>("dump.txt", "");
-    return {dump->text.size(), dump->items,
+    return {dump->text.size(),
+            dump->items,
             [=] {
                 std::ofstream os(file->path());
                 dump->tree.root.dump(os, -1, -1, 1);
@@ -436,18 +455,45 @@ double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-/// Nanoseconds of one call, out of as many as take a few milliseconds.
+/// CPU time, for the machine may have other work.
+double nanosecondsNow() {
+    timespec now = {};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e9 + static_cast<double>(now.tv_nsec);
+}
+
+/// Nanoseconds of one call, out of as many as take half a millisecond.
 double timeOf(const std::function<void()>& work) {
-    using Clock = std::chrono::steady_clock;
-    constexpr double atLeast = 5e6;
-    const auto start = Clock::now();
+    constexpr double atLeast = 5e5;
+    const double start = nanosecondsNow();
     for (std::size_t calls = 1;; ++calls) {
         work();
-        const std::chrono::duration<double, std::nano> passed = Clock::now() - start;
-        if (passed.count() >= atLeast)
-            return passed.count() / static_cast<double>(calls);
+        const double passed = nanosecondsNow() - start;
+        if (passed >= atLeast)
+            return passed / static_cast<double>(calls);
     }
 }
+
+/// The median of many short turns, taken by turns.
+struct Round {
+    explicit Round(const Pass& pass) {
+        std::vector<double> floors;
+        std::vector<double> works;
+        std::vector<double> directs;
+        for (int turn = 0; turn < 15; ++turn) {
+            floors.push_back(timeOf(pass.floor));
+            works.push_back(timeOf(pass.work));
+            directs.push_back(pass.direct ? timeOf(pass.direct) : 0);
+        }
+        floor = median(floors);
+        work = median(works);
+        direct = median(directs);
+    }
+
+    double floor;
+    double work;
+    double direct;
+};
 
 } // namespace
 
@@ -455,7 +501,7 @@ const std::vector<TextLanguage>& textLanguages() {
     constexpr double reading = 5;
     static const std::vector<TextLanguage> all{
         {"set commands", "the same sets by path", setCommands, reading},
-        {"nested commands", "the same sets by path", structuredCommand, reading},
+        {"nested commands", "the same sets by name", structuredCommand, reading},
         {"copy commands", "the same copies by path", copyCommands, reading},
         {"link commands", "the same links and copies", linkCommands, reading},
         {"clear commands", "the same clears by path", clearCommands, reading},
@@ -491,13 +537,11 @@ TextFigures measure(const TextLanguage& language) {
     std::vector<double> ratios;
     std::vector<double> ratiosWithout;
     for (int round = 0; round < 5; ++round) {
-        const double floor = timeOf(pass.floor);
-        const double work = timeOf(pass.work);
-        const double direct = pass.direct ? timeOf(pass.direct) : 0;
-        works.push_back(work);
-        floors.push_back(floor);
-        ratios.push_back(work / floor);
-        ratiosWithout.push_back(std::max(work - direct, 0.0) / floor);
+        const Round took(pass);
+        works.push_back(took.work);
+        floors.push_back(took.floor);
+        ratios.push_back(took.work / took.floor);
+        ratiosWithout.push_back(std::max(took.work - took.direct, 0.0) / took.floor);
     }
     const double megabytes = static_cast<double>(pass.bytes) * 1e3;
     figures.megabytes = megabytes / median(works);
@@ -507,7 +551,7 @@ TextFigures measure(const TextLanguage& language) {
     return figures;
 }
 
-void printTextLanguages() {
+void printTextLanguages(std::string_view name) {
     std::cout << std::flush;
     std::printf("\nText languages, medians of five interleaved rounds. The floor of reading looks for the separators "
                 "of the language\nwith memchr in the same bytes; that of writing writes them line by line; of "
@@ -516,6 +560,8 @@ void printTextLanguages() {
                 "Allocations are calls of operator new per item.\n\n%-18s%10s%10s%9s%9s%9s%8s\n",
                 "language", "MB/s", "floor", "ratio", "less", "allocs", "limits");
     for (const TextLanguage& language : textLanguages()) {
+        if (language.name.find(name) == std::string_view::npos)
+            continue;
         const TextFigures figures = measure(language);
         std::printf("%-18s%10.0f%10.0f%9.2f%9.2f%9.2f%8s  %s\n", std::string(language.name).c_str(), figures.megabytes,
                     figures.floorMegabytes, figures.ratio, figures.ratioWithout, figures.allocations,

@@ -48,7 +48,7 @@ struct TextFigures {
 
 TextFigures measure(const TextLanguage& language);
 
-/// Measures all of them and prints one line for each.
-void printTextLanguages();
+/// Measures those whose name holds `name` and prints one line for each.
+void printTextLanguages(std::string_view name);
 
 #endif

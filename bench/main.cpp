@@ -8,6 +8,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -294,8 +295,9 @@ int main(int argc, char** argv) {
         return 1;
     }
 
-    if (benchmark::GetBenchmarkFilter() == "texts") {
-        printTextLanguages();
+    const std::string filter = benchmark::GetBenchmarkFilter();
+    if (filter.rfind("texts", 0) == 0) {
+        printTextLanguages(filter.substr(std::min<std::size_t>(filter.size(), 6)));
         return 0;
     }
     Report report;
@@ -315,7 +317,7 @@ int main(int argc, char** argv) {
                 groups.grow(growth, items);
     report.printTable();
     report.printGrowth();
-    if (benchmark::GetBenchmarkFilter().empty())
-        printTextLanguages();
+    if (filter.empty())
+        printTextLanguages("");
     benchmark::Shutdown();
 }

@@ -7,7 +7,6 @@
 #include "ExpressionText.h"
 #include "ExpressionWatch.h"
 
-#include <array>
 #include <cstdio>
 
 namespace {
@@ -16,12 +15,12 @@ namespace {
 DataField* findFrom(FieldRef node, std::string_view name) {
     if (name.size() > limits::maxPathLength)
         return nullptr;
-    std::array<char, limits::maxPathLength + 1> path{};
-    name.copy(path.data(), name.size());
+    const text::LentText path(expressionState.texts, name);
+    text::LentText scratch(expressionState.texts);
     while (node.get()) {
-        // The lookup may cut its text up.
-        auto scratch = path;
-        if (DataField* found = static_cast<DataNode*>(node.get())->getField(scratch.data(), 0, 1))
+        // Each time anew, for the lookup may cut its text up.
+        scratch.get().assign(path.view());
+        if (DataField* found = static_cast<DataNode*>(node.get())->getField(scratch.get().data(), 0, 1))
             return found;
         if (node.get())
             node = FieldRef(node.get()->getParent());

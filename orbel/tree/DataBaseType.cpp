@@ -3,8 +3,8 @@
 #include <orbel/foundation/DataRootClassType.h>
 
 #include "../foundation/text/FixedText.h"
+#include "../foundation/text/Writer.h"
 
-#include <iomanip>
 #include <ostream>
 
 int DataBaseType::indentation = 0;
@@ -43,7 +43,7 @@ int DataBaseType::decrIndent() {
 }
 
 void DataBaseType::indent(std::ostream& os) {
-    os << std::setw(indentation) << std::setfill('\t') << "";
+    text::writeTabs(os, indentation);
 }
 
 DataBaseType::DataBaseType(char* name) : m_type(classType), m_name{} {

@@ -1,6 +1,9 @@
 #ifndef ORBEL_TREE_TREESTATE_H
 #define ORBEL_TREE_TREESTATE_H
 
+#include "../foundation/text/LentText.h"
+
+#include <iosfwd>
 #include <string>
 #include <string_view>
 
@@ -18,6 +21,8 @@ struct TreeState {
     char wildcardRest[1000] = {};
     /// The result of DataField::getFullPath.
     std::string fullPath;
+    /// What commands are cut up in.
+    text::TextShelf texts;
     /// The operations under way, innermost first.
     FieldWatch* watches = nullptr;
     FieldListWatch* listWatches = nullptr;
@@ -30,6 +35,9 @@ struct TreeState {
     long long repeatedText = 0;
     /// How many links in a row the change under way has been passed along.
     int linkDepth = 0;
+    /// Where the dump under way is written, and whether its parts leave the flush to it.
+    std::ostream* dumpStream = nullptr;
+    bool dumpFlushesOnce = false;
 };
 
 extern TreeState treeState;
