@@ -31,6 +31,7 @@ namespace fs = std::filesystem;
 using Pass = TextLanguage::Pass;
 
 constexpr std::size_t fieldCount = 1'000;
+constexpr std::size_t rowCount = 10'000;
 
 /// What is measured must leave a trace, or the compiler drops it.
 volatile std::size_t sink = 0;
@@ -170,12 +171,20 @@ struct Expressions {
             texts.push_back(text);
             expressions[at].setHostField(&scene.tree.root, nullptr);
             expressions[at].parse(chars(texts.back()));
+            for (std::size_t item = 0; item < references; ++item) {
+                held[at][item] = scene.tree.root.getField(chars(scene.paths[at * references + item]), 0, 1);
+                held[at][item]->ref(this, nullptr);
+            }
         }
     }
 
     Scene scene;
     std::vector<std::string> texts;
     std::shared_ptr<std::string> all = std::make_shared<std::string>();
+    /// What is kept of the same references and texts without an expression.
+    std::array<std::array<DataField*, references>, count> held = {};
+    std::array<std::array<std::string, references>, count> literals;
+    std::array<std::array<std::string, references>, count> names;
     // Behind the scene, because they hold references on its fields.
     std::array<DataExpression, count> expressions;
 };
@@ -189,10 +198,18 @@ Pass parseExpressions() {
             },
             scanOf(made->all, "$()["),
             [=] {
-                for (std::size_t item = 0; item < Expressions::count * Expressions::references; ++item) {
-                    DataField* field = made->scene.tree.root.getField(chars(made->scene.paths[item]), 0, 1);
-                    field->ref(made.get(), nullptr);
-                    field->unref(made.get(), nullptr);
+                // By expressions, as parsing one lets go of all that it held before.
+                for (std::size_t at = 0; at < Expressions::count; ++at) {
+                    for (std::size_t item = 0; item < Expressions::references; ++item)
+                        made->held[at][item]->unref(made.get(), nullptr);
+                    for (std::size_t item = 0; item < Expressions::references; ++item) {
+                        std::string& path = made->scene.paths[at * Expressions::references + item];
+                        DataField*& field = made->held[at][item];
+                        field = made->scene.tree.root.getField(chars(path), 0, 1);
+                        field->ref(made.get(), nullptr);
+                        made->literals[at][item] = "Text ";
+                        made->names[at][item] = path;
+                    }
                 }
             }};
 }
@@ -251,7 +268,7 @@ Pass typeFile() {
     DataObject::init();
     auto text = std::make_shared<std::string>();
     auto names = std::make_shared<std::vector<std::string>>();
-    for (std::size_t item = 0; item < fieldCount; ++item) {
+    for (std::size_t item = 0; item < rowCount; ++item) {
         names->push_back(numbered("Label", item));
         *text += names->back() + " = {\n  string title=Weather report; // shown on top\n"
                                  "  string colour=white;\n  string values[3];\n};\n";
@@ -261,7 +278,7 @@ Pass typeFile() {
         delete DataObject::s_tTypes;
         DataObject::s_tTypes = nullptr;
     };
-    return {text->size(), fieldCount,
+    return {text->size(), rowCount,
             [=] {
                 renew();
                 DataObject::readTypesTable(chars(std::string(file->path())));
@@ -298,10 +315,10 @@ struct Rows {
 
 Pass conversionFile() {
     const auto rows = std::make_shared<Rows>("__TABLE__,Table\n");
-    for (std::size_t item = 0; item < fieldCount; ++item)
+    for (std::size_t item = 0; item < rowCount; ++item)
         rows->add({numbered("key", item), numbered("picture number ", item) + ".png"});
     const auto file = std::make_shared<BenchFile>("QX_ConvTables.csv", *rows->text);
-    return {rows->text->size(), fieldCount,
+    return {rows->text->size(), rowCount,
             [=] {
                 const Silence silence;
                 const ConversionTables tables(file->folder());
@@ -316,10 +333,10 @@ Pass conversionFile() {
 
 Pass presetsFile() {
     const auto rows = std::make_shared<Rows>("__PLUGIN__,Clock\nName,Format,Colour,Size\n");
-    for (std::size_t item = 0; item < fieldCount; ++item)
+    for (std::size_t item = 0; item < rowCount; ++item)
         rows->add({numbered("Preset", item), "HH:MM:SS", "white", "12"});
     const auto file = std::make_shared<BenchFile>("QX_PreSets.csv", *rows->text);
-    return {rows->text->size(), fieldCount,
+    return {rows->text->size(), rowCount,
             [=] {
                 const Silence silence;
                 const AllPluginPreSets presets(file->folder());
@@ -505,7 +522,7 @@ const std::vector<TextLanguage>& textLanguages() {
         {"copy commands", "the same copies by path", copyCommands, reading},
         {"link commands", "the same links and copies", linkCommands, reading},
         {"clear commands", "the same clears by path", clearCommands, reading},
-        {"expression parse", "the look-ups, references", parseExpressions, reading},
+        {"expression parse", "the look-ups, references and kept texts", parseExpressions, reading},
         {"type file", "the same types built", typeFile, reading},
         {"conversion file", "the rows stored in a map", conversionFile, reading},
         {"presets file", "the rows stored", presetsFile, reading},

@@ -18,7 +18,10 @@ class Reader {
 public:
     template <class OnTable, class OnRow>
     void read(std::string_view line, OnTable onTable, OnRow onRow) {
-        if (const auto table = tables::readName(line, "__TABLE__")) {
+        if (!line.starts_with('_')) {
+            // No marker, as most lines.
+            readRow(line, onRow);
+        } else if (const auto table = tables::readName(line, "__TABLE__")) {
             if (!table->empty())
                 onTable(*table);
         } else if (!readDelimiter(line)) {

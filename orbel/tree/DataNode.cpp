@@ -288,12 +288,17 @@ void DataNode::parseCopyCommand(char* textToRun) {
 }
 
 void DataNode::executeClearField(char* path) {
-    text::LentText whole(treeState.texts, text::trim(text::viewOf(path)));
-    // A copy of its own, for the look-up of a derived class may cut up what it is given.
-    const text::LentText copy(treeState.texts, whole.view());
-    const AddressedRange address(copy.view());
-    DataField* field =
-        text::equalsIgnoringCase(whole.view(), rootName) ? findRoot() : getField(whole.get().data(), 0, 0);
+    const std::string_view written = text::viewOf(path);
+    const std::string_view trimmed = text::trim(written);
+    const bool endsThere = path && trimmed.data() + trimmed.size() == written.data() + written.size();
+    text::LentText copy(treeState.texts, endsThere ? std::string_view() : trimmed);
+    char* const whole = endsThere ? path + (written.size() - trimmed.size()) : copy.get().data();
+    AddressedRange address(trimmed);
+    // A copy, for the look-up may overwrite the text that it is given.
+    const std::string range(address.range.value_or(std::string_view()));
+    if (address.range)
+        address.range = range;
+    DataField* field = text::equalsIgnoringCase(trimmed, rootName) ? findRoot() : getField(whole, 0, 0);
     if (!field)
         return;
     if (!address.range) {

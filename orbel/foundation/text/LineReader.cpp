@@ -8,7 +8,7 @@ namespace text {
 
 namespace {
 
-constexpr std::size_t blockSize = 65'536;
+constexpr std::size_t blockSize = 16'384;
 
 } // namespace
 
