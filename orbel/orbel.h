@@ -36,9 +36,12 @@
 #include <orbel/tree/DataObject.h>
 #include <orbel/tree/DataStructure.h>
 #include <orbel/tree/DataValue.h>
+#include <orbel/tree/EitherPointer.h>
+#include <orbel/tree/FieldHandlers.h>
 #include <orbel/tree/FieldRef.h>
 #include <orbel/tree/FieldStream.h>
 #include <orbel/tree/Orbel.h>
+#include <orbel/tree/OwnerSet.h>
 #include <orbel/tree/SharedPart.h>
 #include <orbel/types/DataObjectField.h>
 #include <orbel/types/DataObjectType.h>

@@ -10,6 +10,7 @@
 #include "FieldWatch.h"
 #include "HandlerList.h"
 #include "Limits.h"
+#include "TreeState.h"
 #include "TypeBuild.h"
 
 #include <algorithm>
@@ -190,6 +191,7 @@ DataField* DataArray::getField(char* path, int index, int flag) {
 }
 
 void DataArray::removeChildren() {
+    treeState.paths.drop();
     std::vector<DataObject*> elements;
     elements.swap(m_elements);
     std::vector<DataField*> fields;

@@ -4,6 +4,8 @@
 
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Writer.h"
+#include "ChildTable.h"
+#include "TreeState.h"
 
 #include <ostream>
 
@@ -47,8 +49,26 @@ void DataBaseType::indent(std::ostream& os) {
 }
 
 DataBaseType::DataBaseType(char* name) : m_type(classType), m_name{} {
-    setName(name);
+    text::copyCut(m_name, name);
 }
+
+DataBaseType::DataBaseType(const DataBaseType& other)
+    : m_type(other.m_type), m_owners(other.m_owners), m_referenceCount(other.m_referenceCount),
+      m_referenceCalls(other.m_referenceCalls), m_name{} {
+    text::copyCut(m_name, other.m_name);
+}
+
+DataBaseType& DataBaseType::operator=(const DataBaseType& other) {
+    aboutToRename(other.m_name);
+    m_owners = other.m_owners;
+    m_type = other.m_type;
+    m_referenceCount = other.m_referenceCount;
+    m_referenceCalls = other.m_referenceCalls;
+    text::copyCut(m_name, other.m_name);
+    return *this;
+}
+
+DataBaseType::~DataBaseType() = default;
 
 const char* DataBaseType::getTypeName() {
     return "DataBaseType";
@@ -58,7 +78,13 @@ void DataBaseType::dump(std::ostream& /*os*/, int /*first*/, int /*last*/, int /
 
 void DataBaseType::dumpXML(std::ostream& /*os*/) {}
 
+void DataBaseType::aboutToRename(const char* name) {
+    if (m_listedIn && text::viewOf(name) != m_name)
+        m_listedIn->keepKey(static_cast<DataField&>(*this));
+}
+
 void DataBaseType::setName(char* name) {
+    aboutToRename(name);
     text::copyCut(m_name, name);
 }
 
@@ -68,6 +94,9 @@ char* DataBaseType::getName() {
 
 void DataBaseType::setType(DataType* type) {
     m_type = type;
+    // Paths lead on through nodes only. What nobody holds yet is on no path.
+    if (m_referenceCount > 0)
+        treeState.paths.drop();
 }
 
 DataType* DataBaseType::type() {
@@ -92,9 +121,9 @@ int DataBaseType::unref() {
     return m_referenceCount;
 }
 
-int DataBaseType::ref(void* owner, DataField* referrer) {
+int DataBaseType::ref(void* owner, DataField* /*referrer*/) {
     ++m_referenceCalls;
-    if (m_referrers.try_emplace(owner, referrer).second)
+    if (m_owners.insert(owner))
         ++m_referenceCount;
     return m_referenceCount;
 }
@@ -102,7 +131,7 @@ int DataBaseType::ref(void* owner, DataField* referrer) {
 int DataBaseType::unref(void* owner, DataField* /*referrer*/) {
     if (m_referenceCalls > 0)
         --m_referenceCalls;
-    if (m_referrers.erase(owner) != 0)
+    if (m_owners.erase(owner))
         unref();
     return m_referenceCount;
 }

@@ -3,10 +3,11 @@
 
 #include <orbel/foundation/DataType.h>
 #include <orbel/foundation/Export.h>
+#include <orbel/tree/OwnerSet.h>
 
 #include <iosfwd>
-#include <map>
 
+class ChildTable;
 class DataField;
 
 /// A named, typed, reference-counted item. Everything in a tree derives from it through DataField.
@@ -35,9 +36,9 @@ public:
 
     /// `name` is cut to its first 99 characters.
     explicit DataBaseType(char* name);
-    DataBaseType(const DataBaseType&) = default;
-    DataBaseType& operator=(const DataBaseType&) = default;
-    ~DataBaseType() = default;
+    DataBaseType(const DataBaseType& other);
+    DataBaseType& operator=(const DataBaseType& other);
+    ~DataBaseType();
 
     /// The class name, a constant.
     virtual const char* getTypeName();
@@ -76,11 +77,18 @@ protected:
     DataType* type();
 
 private:
+    friend class ChildTable;
+    friend class DataField;
+
+    void aboutToRename(const char* name);
+
     DataType* m_type;
-    char m_name[100];
+    OwnerSet m_owners;
+    /// The table that lists the item under its name, if there is one.
+    ChildTable* m_listedIn = nullptr;
     int m_referenceCount = 0;
     int m_referenceCalls = 0;
-    std::map<void*, DataField*> m_referrers;
+    char m_name[100];
 };
 
 #endif

@@ -7,9 +7,10 @@
 
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
+#include "ChildTable.h"
+#include "FieldTies.h"
 #include "FieldWatch.h"
 #include "HandlerList.h"
-#include "LinkTargets.h"
 #include "TreeState.h"
 
 #include <algorithm>
@@ -42,55 +43,69 @@ DataField& DataField::operator=(const DataField& other) {
         return *this;
     unregisterAllHandlers();
     ClearLinks();
-    if (m_targets)
-        m_targets->releaseSilent(*this);
+    if (LinkTargets* list = targetsIfAny())
+        list->releaseSilent(*this);
     DataBaseType::operator=(other);
     shareFrom(other);
     return *this;
 }
 
 DataField::~DataField() {
-    if (m_hold)
-        m_hold->field = nullptr;
+    if (m_ties && m_ties->hold)
+        m_ties->hold->field = nullptr;
     FieldWatch::fieldEnds(*this);
+    treeState.paths.drop();
+    if (m_listedIn)
+        m_listedIn->forget(*this);
     unregisterAllHandlers();
     removeSourceLink();
     removeAllTargets();
-    if (m_targets)
-        m_targets->releaseSilent(*this);
+    if (LinkTargets* list = targetsIfAny())
+        list->releaseSilent(*this);
 }
 
 void DataField::shareFrom(const DataField& other) {
-    other.handlers();
-    other.targets();
-    m_handlers = other.m_handlers;
-    m_targets = other.m_targets;
+    auto& origin = const_cast<DataField&>(other);
+    m_handlers.share(origin.m_handlers, origin);
+    origin.targets();
+    ties().targets = origin.ties().targets;
     m_parent = other.m_parent;
     m_parentInstance = other.m_parentInstance;
     m_dataInitialized = other.m_dataInitialized;
-    m_linkSource = other.m_linkSource;
-    if (m_linkSource)
-        m_linkSource->targets().addSilent(this);
+    setSource(origin.getLinkSource());
+    if (DataField* source = getLinkSource())
+        source->targets().addSilent(this);
+}
+
+FieldTies& DataField::ties() {
+    if (!m_ties)
+        m_ties = std::make_unique<FieldTies>();
+    return *m_ties;
 }
 
 const SharedPart<FieldHold>& DataField::hold() {
-    if (!m_hold) {
-        m_hold = SharedPart(new FieldHold);
-        m_hold->field = this;
+    SharedPart<FieldHold>& held = ties().hold;
+    if (!held) {
+        held = SharedPart(new FieldHold);
+        held->field = this;
     }
-    return m_hold;
+    return held;
 }
 
-HandlerList& DataField::handlers() const {
-    if (!m_handlers)
-        m_handlers = SharedPart(new HandlerList);
-    return *m_handlers;
+LinkTargets& DataField::targets() {
+    SharedPart<LinkTargets>& list = ties().targets;
+    if (!list)
+        list = SharedPart(new LinkTargets);
+    return *list;
 }
 
-LinkTargets& DataField::targets() const {
-    if (!m_targets)
-        m_targets = SharedPart(new LinkTargets);
-    return *m_targets;
+LinkTargets* DataField::targetsIfAny() const {
+    return m_ties && m_ties->targets ? &*m_ties->targets : nullptr;
+}
+
+void DataField::setSource(DataField* source) {
+    if (source || m_ties)
+        ties().linkSource = source;
 }
 
 const char* DataField::getTypeName() {
@@ -142,23 +157,19 @@ void DataField::parse(char* indexSpec, char* textToRead) {
 }
 
 void DataField::setData(const char* value) {
-    if (const auto list = m_targets)
-        list->walk(*this, [&](DataField& target) { target.setData(value); });
+    walkTargets([&](DataField& target) { target.setData(value); });
 }
 
 void DataField::setData(const char* value, int index) {
-    if (const auto list = m_targets)
-        list->walk(*this, [&](DataField& target) { target.setData(value, index); });
+    walkTargets([&](DataField& target) { target.setData(value, index); });
 }
 
 void DataField::setData(std::string* value, int index) {
-    if (const auto list = m_targets)
-        list->walk(*this, [&](DataField& target) { target.setData(value, index); });
+    walkTargets([&](DataField& target) { target.setData(value, index); });
 }
 
 void DataField::setData(std::vector<char*>* values, int from, int to) {
-    if (const auto list = m_targets)
-        list->walk(*this, [&](DataField& target) { target.setData(values, from, to); });
+    walkTargets([&](DataField& target) { target.setData(values, from, to); });
 }
 
 bool DataField::getData(char** /*value*/, int /*index*/) {
@@ -186,7 +197,8 @@ DataNode* DataField::getParent() {
 }
 
 void DataField::setParent(DataNode* parent, int instance) {
-    m_parent = FieldRef(parent);
+    if (m_parent.get() != parent)
+        m_parent = FieldRef(parent);
     m_parentInstance = instance;
 }
 
@@ -231,13 +243,16 @@ void DataField::registerHandler(DataHandler* handler) {
     if (!handler)
         return;
     handler->setField(this);
-    HandlerList& list = handlers();
-    const bool joins = !list.contains(*handler);
+    const bool joins = !m_handlers.contains(*handler);
     if (joins)
-        list.append(handler);
-    list.recount();
-    if (!joins)
-        return;
+        m_handlers.append(*this, handler);
+    m_handlers.recount();
+    if (joins)
+        tellHandlers();
+}
+
+/// Nothing has changed, but somebody has joined.
+void DataField::tellHandlers() {
     if (const int size = getSize(); size != 1)
         fireHandlers(false, 0, size - 1);
     else
@@ -245,30 +260,57 @@ void DataField::registerHandler(DataHandler* handler) {
 }
 
 void DataField::registerMarker() {
-    DataHandler* marker = handlers().marker();
-    if (!getHandlerByName(marker->getName()))
-        registerHandler(marker);
+    if (m_handlers.hasMarkerInFront())
+        return;
+    for (int index = 0; index < getNumHandlers(); ++index)
+        if (std::string_view(m_handlers.nameAt(index)) == HandlerList::markerName)
+            return;
+    m_handlers.appendMarker(*this);
+    m_handlers.recount();
+    tellHandlers();
 }
 
 void DataField::unregisterHandler(DataHandler* handler) {
-    if (!handler || !m_handlers || !m_handlers->remove(handler))
+    if (!handler || !m_handlers.remove(*this, handler))
         return;
     handler->setField(nullptr);
-    m_handlers->recount();
+    m_handlers.recount();
+}
+
+void DataField::leave(DataHandler& handler) {
+    m_handlers.remove(*this, &handler);
+    m_handlers.recount();
 }
 
 void DataField::unregisterAllHandlers() {
-    if (!m_handlers)
+    m_handlers.removeAll(*this);
+    m_handlers.recount();
+}
+
+/// Calls `call` on each handler by position, re-reading the size: the observers may change meanwhile, and come onto a
+/// list. When the field dies the walk ends. The marker hears nothing.
+template <class Call>
+void DataField::walkHandlers(Call call) {
+    if (m_handlers.size() == 0)
         return;
-    m_handlers->removeAll();
-    m_handlers->recount();
+    const FieldWatch watch(*this);
+    int at = 0;
+    if (!m_handlers.list()) {
+        at = m_handlers.size();
+        if (DataHandler* handler = m_handlers.single())
+            call(*handler);
+        if (watch.ended() || !m_handlers.list())
+            return;
+    }
+    const SharedPart<HandlerList> list(m_handlers.list());
+    for (; !watch.ended() && at < list->size(); ++at)
+        if (DataHandler* handler = list->made(at))
+            call(*handler);
 }
 
 void DataField::fireHandlers(bool changed) {
-    if (m_dataInitialized == 0)
-        return;
-    if (const auto list = m_handlers)
-        list->walk(*this, [&](DataHandler& handler) { handler.onChange(*this, changed); });
+    if (m_dataInitialized != 0)
+        walkHandlers([&](DataHandler& handler) { handler.onChange(*this, changed); });
 }
 
 void DataField::fireHandlers(bool changed, int from, int to) {
@@ -276,66 +318,63 @@ void DataField::fireHandlers(bool changed, int from, int to) {
         fireHandlers(changed);
         return;
     }
-    if (m_dataInitialized == 0)
-        return;
-    if (const auto list = m_handlers)
-        list->walk(*this, [&](DataHandler& handler) { handler.onChange(*this, changed, from, std::max(from, to)); });
+    if (m_dataInitialized != 0)
+        walkHandlers([&](DataHandler& handler) { handler.onChange(*this, changed, from, std::max(from, to)); });
 }
 
 void DataField::fireOnTypeChange(char* typeName) {
     char none[] = "";
     char* told = typeName ? typeName : none;
-    if (const auto list = m_handlers)
-        list->walk(*this, [&](DataHandler& handler) { handler.onTypeChange(*this, told); });
+    walkHandlers([&](DataHandler& handler) { handler.onTypeChange(*this, told); });
 }
 
 void DataField::countNotifyOnValueChange() {
-    if (m_handlers)
-        m_handlers->recount();
+    m_handlers.recount();
 }
 
 int DataField::getCountNotifyOnValueChange() {
-    return m_handlers ? m_handlers->notifyCount() : 0;
+    return m_handlers.notifyCount();
 }
 
 DataHandler* DataField::getHandlerByName(char* name) {
     const std::string_view wanted = text::viewOf(name);
     for (int index = 0; index < getNumHandlers(); ++index)
-        if (wanted == m_handlers->at(index)->getName())
-            return m_handlers->at(index);
+        if (wanted == m_handlers.nameAt(index))
+            return m_handlers.at(*this, index);
     return nullptr;
 }
 
 DataHandler* DataField::getHandlerByID(int index) {
-    return index >= 0 && index < getNumHandlers() ? m_handlers->at(index) : nullptr;
+    return index >= 0 && index < getNumHandlers() ? m_handlers.at(*this, index) : nullptr;
 }
 
 int DataField::getNumHandlers() {
-    return m_handlers ? m_handlers->size() : 0;
+    return m_handlers.size();
 }
 
 void DataField::dumpHandlers() {
-    if (const auto list = m_handlers)
-        list->walk(*this, [](DataHandler& handler) { handler.dump(); });
+    for (int index = 0; index < getNumHandlers(); ++index)
+        m_handlers.at(*this, index);
+    walkHandlers([](DataHandler& handler) { handler.dump(); });
 }
 
 void DataField::addTargetLink(DataField* target) {
     if (!target || target == this || targets().contains(target))
         return;
     // Whom nobody follows is on nobody's chain: a chain is built from either end without walking along it each time.
-    const bool isFollowed = target->m_targets && target->m_targets->isFollowed();
-    if (isFollowed && findLinkSource(target))
+    const LinkTargets* followers = target->targetsIfAny();
+    if (followers && followers->isFollowed() && findLinkSource(target))
         return;
     target->removeSourceLink();
-    target->m_linkSource = this;
+    target->setSource(this);
     targets().append(target);
 }
 
 void DataField::setLinkSource(DataField* source) {
-    if (source == this || source == m_linkSource)
+    if (source == this || source == getLinkSource())
         return;
     removeSourceLink();
-    m_linkSource = source;
+    setSource(source);
     if (source)
         source->targets().addSilent(this);
 }
@@ -343,25 +382,25 @@ void DataField::setLinkSource(DataField* source) {
 void DataField::removeTargetLink(DataField* target) {
     if (!target)
         return;
-    if (m_targets) {
-        m_targets->remove(target);
-        m_targets->removeSilent(target);
+    if (LinkTargets* list = targetsIfAny()) {
+        list->remove(target);
+        list->removeSilent(target);
     }
     target->removeSourceLink();
 }
 
 void DataField::removeSourceLink() {
-    if (!m_linkSource)
+    DataField* source = getLinkSource();
+    if (!source)
         return;
-    DataField* source = m_linkSource;
-    m_linkSource = nullptr;
+    setSource(nullptr);
     source->removeTargetLink(this);
 }
 
 void DataField::removeAllTargets() {
-    while (m_targets && !m_targets->empty()) {
-        DataField* target = m_targets->front();
-        m_targets->remove(target);
+    for (LinkTargets* list = targetsIfAny(); list && !list->empty();) {
+        DataField* target = list->front();
+        list->remove(target);
         target->removeSourceLink();
     }
 }
@@ -370,20 +409,20 @@ bool DataField::findLinkSource(DataField* field) {
     // Naming sources without making targets can close a circle: then the walk meets `behind`, which is half as fast.
     DataField* behind = this;
     bool follows = false;
-    for (DataField* source = m_linkSource; source; source = source->m_linkSource) {
+    for (DataField* source = getLinkSource(); source; source = source->getLinkSource()) {
         if (source == field)
             return true;
         if (source == behind)
             return false;
         if (follows)
-            behind = behind->m_linkSource;
+            behind = behind->getLinkSource();
         follows = !follows;
     }
     return false;
 }
 
 DataField* DataField::getLinkSource() {
-    return m_linkSource;
+    return m_ties ? m_ties->linkSource : nullptr;
 }
 
 void DataField::ClearLinks() {

@@ -2,16 +2,18 @@
 #define ORBEL_TREE_DATAFIELD_H
 
 #include <orbel/tree/DataBaseType.h>
+#include <orbel/tree/FieldHandlers.h>
 #include <orbel/tree/FieldRef.h>
 #include <orbel/tree/SharedPart.h>
 
+#include <memory>
 #include <string>
 #include <vector>
 
 class DataHandler;
 class DataNode;
-class HandlerList;
 class LinkTargets;
+struct FieldTies;
 
 /// A member of a tree: an item with a parent, observers, links, and values that are set and read as text.
 ///
@@ -111,26 +113,34 @@ public:
     DataField* getLinkSource();
 
 private:
+    friend class DataHandler;
     friend class DataNode;
     friend class DataStructure;
+    friend class DataValue;
     friend class FieldRef;
     friend class LinkTargets;
 
     void registerMarker();
+    void leave(DataHandler& handler);
+    void tellHandlers();
+    template <class Call>
+    void walkHandlers(Call call);
 
     const SharedPart<FieldHold>& hold();
-    HandlerList& handlers() const;
-    LinkTargets& targets() const;
+    FieldTies& ties();
+    LinkTargets& targets();
+    /// Null when nothing was ever linked to this field.
+    LinkTargets* targetsIfAny() const;
+    template <class Call>
+    void walkTargets(Call call);
+    void setSource(DataField* source);
     void shareFrom(const DataField& other);
 
-    // Made on first need. A copy shares them, so copying makes them in the original too.
-    mutable SharedPart<HandlerList> m_handlers;
-    FieldRef m_parent;
-    int m_parentInstance = 0;
     int m_dataInitialized = 0;
-    DataField* m_linkSource = nullptr;
-    mutable SharedPart<LinkTargets> m_targets;
-    SharedPart<FieldHold> m_hold;
+    FieldHandlers m_handlers;
+    FieldRef m_parent;
+    std::unique_ptr<FieldTies> m_ties;
+    int m_parentInstance = 0;
 };
 
 #endif

@@ -21,7 +21,7 @@ DataHandler::DataHandler(const DataHandler& other) {
 DataHandler& DataHandler::operator=(const DataHandler& other) {
     if (this == &other)
         return *this;
-    leaveAllLists();
+    leaveAllPlaces();
     text::copyCut(m_name, other.m_name);
     m_offset = other.m_offset;
     m_field = other.m_field;
@@ -33,7 +33,7 @@ DataHandler& DataHandler::operator=(const DataHandler& other) {
 }
 
 DataHandler::~DataHandler() {
-    leaveAllLists();
+    leaveAllPlaces();
 }
 
 void DataHandler::dump() {
@@ -77,10 +77,11 @@ void DataHandler::setNotifyOnValueChange(int notify) {
     m_notifyOnValueChange = notify;
     if (asks() == asked)
         return;
-    if (m_list)
-        m_list->asks(asks());
-    for (HandlerList* list : m_furtherLists)
+    if (HandlerList* list = m_place.second())
         list->asks(asks());
+    for (const HandlerPlace place : m_furtherPlaces)
+        if (HandlerList* list = place.second())
+            list->asks(asks());
 }
 
 int DataHandler::getUseConvTable() {
@@ -107,32 +108,44 @@ void DataHandler::setField(DataField* field) {
     m_field = field;
 }
 
-bool DataHandler::isOn(const HandlerList* list) const {
-    return m_list == list || std::find(m_furtherLists.begin(), m_furtherLists.end(), list) != m_furtherLists.end();
+bool DataHandler::isOn(HandlerPlace place) const {
+    return m_place == place ||
+           std::find(m_furtherPlaces.begin(), m_furtherPlaces.end(), place) != m_furtherPlaces.end();
 }
 
-void DataHandler::joined(HandlerList* list) {
-    if (!m_list)
-        m_list = list;
+void DataHandler::joined(HandlerPlace place) {
+    if (!m_place)
+        m_place = place;
     else
-        m_furtherLists.push_back(list);
+        m_furtherPlaces.push_back(place);
 }
 
-void DataHandler::left(HandlerList* list) {
-    if (m_list == list) {
-        m_list = nullptr;
-        if (!m_furtherLists.empty()) {
-            m_list = m_furtherLists.back();
-            m_furtherLists.pop_back();
+void DataHandler::left(HandlerPlace place) {
+    if (m_place == place) {
+        m_place = {};
+        if (!m_furtherPlaces.empty()) {
+            m_place = m_furtherPlaces.back();
+            m_furtherPlaces.pop_back();
         }
         return;
     }
-    m_furtherLists.erase(std::remove(m_furtherLists.begin(), m_furtherLists.end(), list), m_furtherLists.end());
+    m_furtherPlaces.erase(std::remove(m_furtherPlaces.begin(), m_furtherPlaces.end(), place), m_furtherPlaces.end());
 }
 
-void DataHandler::leaveAllLists() {
-    while (HandlerList* list = m_list) {
-        list->remove(this);
-        list->recount();
+void DataHandler::moved(HandlerPlace from, HandlerPlace to) {
+    if (m_place == from)
+        m_place = to;
+    else
+        std::replace(m_furtherPlaces.begin(), m_furtherPlaces.end(), from, to);
+}
+
+void DataHandler::leaveAllPlaces() {
+    while (m_place) {
+        if (HandlerList* list = m_place.second()) {
+            list->remove(this);
+            list->recount();
+        } else {
+            m_place.first()->leave(*this);
+        }
     }
 }

@@ -2,12 +2,16 @@
 #define ORBEL_TREE_DATAHANDLER_H
 
 #include <orbel/foundation/Export.h>
+#include <orbel/tree/EitherPointer.h>
 
 #include <vector>
 
 class DataField;
 class DataType;
 class HandlerList;
+
+/// Where a handler is registered: on a field that has no other, or on a list.
+using HandlerPlace = EitherPointer<DataField, HandlerList>;
 
 /// An observer of fields. Derive from it, override onChange, register it on a field or by path through a node.
 ///
@@ -62,13 +66,15 @@ protected:
 
 private:
     friend class DataField;
+    friend class FieldHandlers;
     friend class HandlerList;
 
     bool asks() const { return m_notifyOnValueChange != 0; }
-    bool isOn(const HandlerList* list) const;
-    void joined(HandlerList* list);
-    void left(HandlerList* list);
-    void leaveAllLists();
+    bool isOn(HandlerPlace place) const;
+    void joined(HandlerPlace place);
+    void left(HandlerPlace place);
+    void moved(HandlerPlace from, HandlerPlace to);
+    void leaveAllPlaces();
 
     char m_name[100] = {};
     int m_offset = 0;
@@ -82,8 +88,8 @@ protected:
     int m_flags = 0;
 
 private:
-    HandlerList* m_list = nullptr;
-    std::vector<HandlerList*> m_furtherLists;
+    HandlerPlace m_place;
+    std::vector<HandlerPlace> m_furtherPlaces;
 };
 
 #endif

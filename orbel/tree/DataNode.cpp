@@ -8,9 +8,9 @@
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
 #include "CommandText.h"
+#include "FieldTies.h"
 #include "FieldWatch.h"
 #include "Limits.h"
-#include "LinkTargets.h"
 #include "NestedCall.h"
 #include "TreeState.h"
 
@@ -189,9 +189,9 @@ void DataNode::executeCommand(char* command, int index) {
         treeState.repeatedText = 0;
     if (!mayRun(command))
         return;
-    if (const auto list = m_targets) {
+    if (targetsIfAny()) {
         const FieldWatch watch(*this);
-        list->walk(*this, [&](DataField& target) {
+        walkTargets([&](DataField& target) {
             if (!isNode(target))
                 return;
             text::LentText copy(treeState.texts, command);

@@ -3,10 +3,12 @@
 #include <orbel/foundation/DataClassType.h>
 #include <orbel/tree/DataHashTable.h>
 #include <orbel/tree/DataValue.h>
+#include <orbel/tree/Orbel.h>
 
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
 #include "../foundation/text/Writer.h"
+#include "ChildTable.h"
 #include "CommandText.h"
 #include "DumpUnderWay.h"
 #include "FieldCreation.h"
@@ -20,8 +22,8 @@
 #include <array>
 #include <cstring>
 #include <iostream>
-#include <iterator>
-#include <map>
+#include <optional>
+#include <typeinfo>
 
 namespace {
 
@@ -59,11 +61,6 @@ bool mayGoDeeper(DataNode& node) {
 
 } // namespace
 
-struct DataStructure::Children {
-    int owners = 0;
-    std::map<std::string, DataField*, std::less<>> byName;
-};
-
 DataType* DataStructure::classType = nullptr;
 
 void DataStructure::init() {
@@ -79,7 +76,7 @@ DataType* DataStructure::getClassType() {
     return classType;
 }
 
-DataStructure::DataStructure(char* name) : DataNode(name), m_children(new Children) {
+DataStructure::DataStructure(char* name) : DataNode(name), m_children(new ChildTable) {
     setType(getClassType());
 }
 
@@ -91,6 +88,7 @@ DataStructure& DataStructure::operator=(const DataStructure& other) {
     if (m_children->owners == 1)
         removeChildren();
     DataNode::operator=(other);
+    treeState.paths.drop();
     m_children = other.m_children;
     return *this;
 }
@@ -115,13 +113,13 @@ void DataStructure::dump(std::ostream& os, int first, int last, int withName) {
     }
     text::write(os, "{");
     incrIndent();
-    for (const auto& [name, child] : m_children->byName) {
-        if (child->isExactType(valueType) != 0 || child->isOfType(nodeType) == 0)
+    m_children->forEach([&](const char*, DataField& child) {
+        if (child.isExactType(valueType) != 0 || child.isOfType(nodeType) == 0)
             text::writeLineEnd(os, getIndent());
         else
             text::write(os, "\n");
-        child->dump(os, first, last, 1);
-    }
+        child.dump(os, first, last, 1);
+    });
     text::writeLineEnd(os, decrIndent());
     text::write(os, "}");
     dump.end();
@@ -132,10 +130,10 @@ void DataStructure::dumpXML(std::ostream& os) {
     indent(os);
     os << '<' << getName() << ">\n";
     incrIndent();
-    for (const auto& [name, child] : m_children->byName) {
-        child->dump(os, -1, -1, 1);
+    m_children->forEach([&](const char*, DataField& child) {
+        child.dump(os, -1, -1, 1);
         os << '\n';
-    }
+    });
     decrIndent();
     indent(os);
     os << "</" << getName() << ">\n";
@@ -148,8 +146,7 @@ void DataStructure::dump() {
 
 void DataStructure::ClearLinks() {
     DataField::ClearLinks();
-    for (const auto& [name, child] : m_children->byName)
-        child->ClearLinks();
+    m_children->forEach([](const char*, DataField& child) { child.ClearLinks(); });
 }
 
 int DataStructure::getSize() {
@@ -158,8 +155,7 @@ int DataStructure::getSize() {
 
 DataField* DataStructure::clone() {
     auto* copy = static_cast<DataStructure*>(type()->alloc(getName(), getSize()));
-    for (const auto& [name, child] : m_children->byName)
-        copy->addField(child->clone(), -1);
+    m_children->forEach([&](const char*, DataField& child) { copy->addField(child.clone(), -1); });
     return copy;
 }
 
@@ -192,13 +188,12 @@ bool DataStructure::getData(char** /*value*/, int /*index*/) {
 
 void DataStructure::clearData() {
     const FieldWatch watch(*this);
-    for (auto child = m_children->byName.begin(); child != m_children->byName.end();) {
-        // A handler may take children out while they are cleared: go on behind the name, not the entry.
-        const std::string name = child->first;
-        child->second->clearData();
-        if (watch.ended())
+    ChildTable::Cursor cursor(*m_children);
+    while (!watch.ended()) {
+        DataField* child = cursor.next();
+        if (!child)
             return;
-        child = m_children->byName.upper_bound(name);
+        child->clearData();
     }
 }
 
@@ -209,14 +204,15 @@ bool DataStructure::copyData(DataField* source, int /*sourceIndex*/, int /*targe
     const FieldWatch sourceWatch(*source);
     // Assigning to the source in a callback gives it other children.
     const auto children = static_cast<DataStructure*>(source)->m_children;
-    for (auto child = children->byName.begin(); child != children->byName.end();) {
-        std::string name = child->first;
-        if (name.substr(0, 1) != "#")
-            if (DataField* target = getField(name.data(), 0, 1))
-                target->copyData(child->second, 0, 0, -1);
-        if (watch.ended() || sourceWatch.ended())
-            return true;
-        child = children->byName.upper_bound(name);
+    ChildTable::Cursor cursor(*children);
+    while (!watch.ended() && !sourceWatch.ended()) {
+        DataField* child = cursor.next();
+        if (!child)
+            break;
+        if (cursor.name()[0] == '#')
+            continue;
+        if (DataField* target = getField(cursor.name(), 0, 1))
+            target->copyData(child, 0, 0, -1);
     }
     return true;
 }
@@ -224,7 +220,7 @@ bool DataStructure::copyData(DataField* source, int /*sourceIndex*/, int /*targe
 bool DataStructure::addField(DataField* field, int instance) {
     if (!field)
         return false;
-    const bool added = m_children->byName.try_emplace(field->getName(), field).second;
+    const bool added = m_children->insert(*field);
     field->setParent(this, instance);
     field->ref(this, this);
     return added;
@@ -234,9 +230,8 @@ void DataStructure::getFieldsVector(std::vector<DataField*>* out) {
     if (!out)
         return;
     out->clear();
-    out->reserve(m_children->byName.size());
-    for (const auto& [name, child] : m_children->byName)
-        out->push_back(child);
+    out->reserve(m_children->size());
+    m_children->forEach([&](const char*, DataField& child) { out->push_back(&child); });
 }
 
 void DataStructure::clearFieldsVector(std::vector<DataField*>* out) {
@@ -245,9 +240,139 @@ void DataStructure::clearFieldsVector(std::vector<DataField*>* out) {
 }
 
 DataField* DataStructure::findChild(std::string_view name) {
-    const auto found = m_children->byName.find(name);
-    return found == m_children->byName.end() ? nullptr : found->second;
+    return m_children->find(name);
 }
+
+/// The walk from a structure down a path.
+class DataStructure::Resolution {
+public:
+    Resolution(DataStructure& start, char* path, int index, int flag)
+        : m_at(&start), m_path(path), m_index(index), m_flag(flag) {}
+
+    DataField* run() {
+        DataField* found = nullptr;
+        while (step(found) == Next::Segment) {
+        }
+        return found;
+    }
+
+    /// Whether the same path leads to the same field until something leaves the tree, and nobody was called to find it.
+    bool isPlain() const { return m_isPlain; }
+
+private:
+    enum class Next { Segment, End };
+
+    /// Resolves one segment: `found` is final at the end of the walk.
+    Next step(DataField*& found) {
+        treeState.lastSearched = m_at;
+        treeState.wildcard = false;
+        const std::string_view whole(m_path);
+        const std::size_t slash = whole.find('/');
+        const PathSegment segment = readSegment(whole.substr(0, slash));
+        char* rest = slash == std::string_view::npos ? nullptr : m_path + slash + 1;
+
+        if (segment.isWildcard()) {
+            treeState.wildcard = true;
+            text::copyCut(treeState.wildcardRest, rest);
+            return Next::End;
+        }
+        if (segment.isParent() && m_at->getParent()) {
+            m_isPlain = false;
+            found = m_at->getParent()->getField(rest, m_index, m_flag);
+            return Next::End;
+        }
+        if (segment.kind)
+            return create(whole, slash, found);
+        DataField* child = m_at->findChild(segment.name);
+        return child ? descend(*child, segment.indexText, rest, found) : Next::End;
+    }
+
+    Next create(std::string_view whole, std::size_t slash, DataField*& found) {
+        m_isPlain = false;
+        // Creating and marking run callbacks, and the path may stand in a buffer that those write to.
+        if (!m_isCopied) {
+            whole.copy(m_copy, whole.size());
+            m_copy[whole.size()] = '\0';
+            m_path = m_copy;
+            m_isCopied = true;
+        }
+        const PathSegment segment = readSegment(std::string_view(m_path, std::min(slash, whole.size())));
+        char* rest = slash == std::string_view::npos ? nullptr : m_path + slash + 1;
+        const FieldWatch watch(*m_at);
+        DataField* child = m_at->findOrCreate(*segment.kind, segment.name);
+        return child && !watch.ended() ? descend(*child, segment.indexText, rest, found) : Next::End;
+    }
+
+    Next descend(DataField& child, std::optional<std::string_view> indexText, char* rest, DataField*& found) {
+        if (child.isOfType(DataNode::getClassType()) == 0) {
+            found = &child;
+            return Next::End;
+        }
+        if (child.isOfType(DataHashTable::getClassType()) != 0)
+            return enterTable(static_cast<DataHashTable&>(child), indexText, rest, found);
+        if (!rest) {
+            found = &child;
+            return Next::End;
+        }
+        const int start = indexText ? text::readIndexRange(*indexText).start : 0;
+        if (!isExactly<DataArray>(child))
+            return enter(static_cast<DataNode&>(child), rest, start, found);
+        DataObject* element = static_cast<DataArray&>(child).getObject(start);
+        return element ? enter(*element, rest, start, found) : Next::End;
+    }
+
+    Next enterTable(DataHashTable& table, std::optional<std::string_view> indexText, char* rest, DataField*& found) {
+        found = &table;
+        if (!indexText)
+            return Next::End;
+        // Behind a table without anything else it depends on the flag what is meant.
+        m_isPlain = m_isPlain && rest && isExactly<DataHashTable>(table);
+        if (!rest && m_flag == 0)
+            return Next::End;
+        const std::string_view key = keyOf(*indexText);
+        if (rest && key.find(',') != std::string_view::npos)
+            return Next::End;
+        found = nullptr;
+        if (key.empty())
+            return Next::End;
+        char keyText[limits::maxPathLength + 1];
+        key.copy(keyText, key.size());
+        keyText[key.size()] = '\0';
+        DataObject* entry = table.getObject(keyText);
+        if (entry && rest)
+            return enter(*entry, rest, m_index, found);
+        found = entry;
+        return Next::End;
+    }
+
+    /// Classes of clients may find their fields in a way of their own.
+    Next enter(DataNode& node, char* rest, int index, DataField*& found) {
+        if (!isExactly<DataStructure>(node) && !isExactly<DataObject>(node) && !isExactly<Orbel>(node)) {
+            m_isPlain = false;
+            found = node.getField(rest, index, 1);
+            return Next::End;
+        }
+        m_at = static_cast<DataStructure*>(&node);
+        m_path = rest;
+        m_index = index;
+        m_flag = 1;
+        return Next::Segment;
+    }
+
+    /// Whether it is of the library's own class. Whoever derives from it has another description of its type.
+    template <class Field>
+    static bool isExactly(const DataField& field) {
+        return &typeid(field) == &typeid(Field);
+    }
+
+    DataStructure* m_at;
+    char* m_path;
+    int m_index;
+    int m_flag;
+    bool m_isPlain = true;
+    bool m_isCopied = false;
+    char m_copy[limits::maxPathLength + 1];
+};
 
 DataField* DataStructure::getField(char* path, int index, int flag) {
     if (!path)
@@ -255,35 +380,16 @@ DataField* DataStructure::getField(char* path, int index, int flag) {
     const std::string_view whole(path, strnlen(path, limits::maxPathLength + 1));
     if (whole.size() > limits::maxPathLength)
         return nullptr;
-    treeState.lastSearched = this;
-    treeState.wildcard = false;
-
-    const std::size_t slash = whole.find('/');
-    const PathSegment segment = readSegment(whole.substr(0, slash));
-    char* rest = slash == std::string_view::npos ? nullptr : path + slash + 1;
-
-    if (segment.isWildcard()) {
-        treeState.wildcard = true;
-        text::copyCut(treeState.wildcardRest, rest);
-        return nullptr;
+    if (const PathCache::Entry* known = treeState.paths.find(*this, whole)) {
+        treeState.lastSearched = known->searched;
+        treeState.wildcard = false;
+        return known->field;
     }
-    if (segment.isParent() && getParent())
-        return getParent()->getField(rest, index, flag);
-
-    if (!segment.kind) {
-        DataField* child = findChild(segment.name);
-        return child ? descend(child, segment.indexText, rest, index, flag) : nullptr;
-    }
-
-    // Creating and marking run callbacks, and the path may stand in a buffer that those write to.
-    std::array<char, limits::maxPathLength + 1> copy{};
-    whole.copy(copy.data(), whole.size());
-    const PathSegment copied = readSegment({copy.data(), std::min(slash, whole.size())});
-    const FieldWatch watch(*this);
-    DataField* child = findOrCreate(*copied.kind, copied.name);
-    if (!child || watch.ended())
-        return nullptr;
-    return descend(child, copied.indexText, rest ? copy.data() + slash + 1 : nullptr, index, flag);
+    Resolution resolution(*this, path, index, flag);
+    DataField* found = resolution.run();
+    if (found && resolution.isPlain())
+        treeState.paths.insert(*this, whole, *found, *treeState.lastSearched);
+    return found;
 }
 
 /// Contract: a kind retypes what exists, as far as it can have an object type.
@@ -321,43 +427,16 @@ DataField* DataStructure::findOrCreate(std::string_view kind, std::string_view n
     return child;
 }
 
-DataField* DataStructure::descend(DataField* child, std::optional<std::string_view> indexText, char* rest, int index,
-                                  int flag) {
-    if (child->isOfType(DataNode::getClassType()) == 0)
-        return child;
-    const bool isTable = child->isOfType(DataHashTable::getClassType()) != 0;
-    if (!isTable) {
-        if (!rest)
-            return child;
-        const int start = indexText ? text::readIndexRange(*indexText).start : 0;
-        return static_cast<DataNode*>(child)->getField(rest, start, 1);
-    }
-    if (!indexText || (!rest && flag == 0))
-        return child;
-    const std::string_view key = keyOf(*indexText);
-    if (rest && key.find(',') != std::string_view::npos)
-        return child;
-    if (key.empty())
-        return nullptr;
-    std::array<char, limits::maxPathLength + 1> keyText{};
-    key.copy(keyText.data(), key.size());
-    DataObject* entry = static_cast<DataHashTable*>(child)->getObject(keyText.data());
-    if (!entry || !rest)
-        return entry;
-    return entry->getField(rest, index, 1);
-}
-
 void DataStructure::removeField(char* name, int index) {
-    if (m_children->byName.empty())
+    if (m_children->size() == 0)
         return;
-    const auto entry = m_children->byName.find(text::viewOf(name));
-    DataField* field = entry != m_children->byName.end() ? entry->second : getField(name, index, 1);
+    const bool isListed = m_children->contains(text::viewOf(name));
+    DataField* field = isListed ? m_children->erase(text::viewOf(name)) : getField(name, index, 1);
     if (!field)
         return;
     field->unref(this, this);
-    if (entry == m_children->byName.end())
+    if (!isListed)
         return;
-    m_children->byName.erase(entry);
     // A field that is no child any more must not name a parent that may be gone by the time it is asked.
     if (field->getParent() == this)
         field->setParent(nullptr, field->getParentInstance());
@@ -365,20 +444,20 @@ void DataStructure::removeField(char* name, int index) {
 
 void DataStructure::removeChildren() {
     const int count = getNumFields();
-    for (int ordinal = 0; ordinal < count && !m_children->byName.empty(); ++ordinal) {
-        const auto entry = m_children->byName.begin();
-        DataField* child = entry->second;
-        m_children->byName.erase(entry);
+    for (int ordinal = 0; ordinal < count; ++ordinal) {
+        DataField* child = m_children->takeFirst();
+        if (!child)
+            continue;
         child->setParent(nullptr, ordinal);
         child->unref(this, this);
     }
 }
 
 void DataStructure::deleteChildren() {
-    for (std::size_t left = m_children->byName.size(); left > 0 && !m_children->byName.empty(); --left) {
-        const auto entry = m_children->byName.begin();
-        DataField* child = entry->second;
-        m_children->byName.erase(entry);
+    for (std::size_t left = m_children->size(); left > 0; --left) {
+        DataField* child = m_children->takeFirst();
+        if (!child)
+            continue;
         child->unref(this, this);
         child->setParent(nullptr, 0);
         disposeIfUnused(child);
@@ -399,13 +478,11 @@ void DataStructure::disposeIfUnused(DataField* field) {
 }
 
 int DataStructure::getNumFields() {
-    return static_cast<int>(m_children->byName.size());
+    return static_cast<int>(m_children->size());
 }
 
 DataField* DataStructure::getFieldByIndex(int index) {
-    if (index >= getNumFields() || m_children->byName.empty())
-        return nullptr;
-    return std::next(m_children->byName.begin(), std::max(index, 0))->second;
+    return m_children->at(static_cast<std::size_t>(std::max(index, 0)));
 }
 
 bool DataStructure::registerHandler(char* path, DataHandler* handler, int index) {
@@ -563,17 +640,16 @@ void DataStructure::executeLinkCommand(char* command) {
 
 void DataStructure::dumpListOfFields() {
     std::cout << "Fields: ";
-    for (const auto& [name, child] : m_children->byName)
-        std::cout << name;
+    m_children->forEach([](const char* name, DataField&) { std::cout << name; });
     std::cout << std::endl;
 }
 
 void DataStructure::dumpInternal(std::ostream& os, int first, int last) {
     DumpUnderWay dump(os);
-    for (const auto& [name, child] : m_children->byName) {
-        writeLabel(os, *child);
-        child->dump(os, first, last, 1);
-        os << (child->isOfType(DataObject::classType) != 0 ? ";\n" : "\n");
-    }
+    m_children->forEach([&](const char*, DataField& child) {
+        writeLabel(os, child);
+        child.dump(os, first, last, 1);
+        os << (child.isOfType(DataObject::classType) != 0 ? ";\n" : "\n");
+    });
     dump.end();
 }

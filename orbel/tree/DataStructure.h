@@ -3,7 +3,6 @@
 
 #include <orbel/tree/DataNode.h>
 
-#include <optional>
 #include <string_view>
 
 /// A node whose children are named fields, ordered by name in byte order. Destroying it leaves the children alive and
@@ -110,15 +109,13 @@ protected:
     DataField* findChild(std::string_view name);
 
 private:
-    struct Children;
+    class Resolution;
 
     DataField* findOrCreate(std::string_view kind, std::string_view name);
     static void setObjectTypeOf(DataField& child, std::string_view kind);
-    static DataField* descend(DataField* child, std::optional<std::string_view> indexText, char* rest, int index,
-                              int flag);
     static void disposeIfUnused(DataField* field);
 
-    SharedPart<Children> m_children;
+    SharedPart<ChildTable> m_children;
 };
 
 #endif

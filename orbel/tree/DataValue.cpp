@@ -6,16 +6,18 @@
 #include "../foundation/text/Writer.h"
 #include "DumpRange.h"
 #include "DumpUnderWay.h"
+#include "FieldTies.h"
 #include "FieldWatch.h"
 #include "Limits.h"
 #include "TreeState.h"
 
 #include <algorithm>
+#include <memory>
 #include <ostream>
 
 struct DataValue::Texts {
     int owners = 0;
-    std::vector<std::string> list{" "};
+    std::vector<std::string> list;
 };
 
 DataType* DataValue::classType = nullptr;
@@ -33,20 +35,28 @@ DataType* DataValue::getClassType() {
     return classType;
 }
 
-DataValue::DataValue(char* name) : DataField(name), m_values(new Texts) {
+DataValue::DataValue(char* name) : DataField(name) {
     setType(getClassType());
 }
 
 DataValue::DataValue(char* name, std::string* value) : DataValue(name) {
     if (!value)
         return;
-    m_values->list.front() = *value;
+    m_text = *value;
     setDataInitialized(1);
 }
 
-DataValue::DataValue(const DataValue& other) = default;
+DataValue::DataValue(const DataValue& other) : DataField(other) {
+    const_cast<DataValue&>(other).texts();
+    m_texts = other.m_texts;
+}
 
-DataValue& DataValue::operator=(const DataValue& other) = default;
+DataValue& DataValue::operator=(const DataValue& other) {
+    const_cast<DataValue&>(other).texts();
+    DataField::operator=(other);
+    m_texts = other.m_texts;
+    return *this;
+}
 
 DataValue::~DataValue() = default;
 
@@ -91,35 +101,60 @@ void DataValue::dumpXML(std::ostream& os) {
 
 void DataValue::setSize(int n) {
     if (n > getSize() && n <= limits::maxElements)
-        m_values->list.resize(static_cast<std::size_t>(n));
+        texts().resize(static_cast<std::size_t>(n));
 }
 
 int DataValue::getSize() {
-    return static_cast<int>(m_values->list.size());
+    return m_texts ? static_cast<int>(m_texts->list.size()) : 1;
+}
+
+std::vector<std::string>& DataValue::texts() {
+    if (!m_texts) {
+        // Copied: whoever was given the single text may still read it.
+        auto made = std::make_unique<Texts>();
+        made->list.assign(1, m_text);
+        m_texts = SharedPart(made.release());
+    }
+    return m_texts->list;
+}
+
+std::string* DataValue::firstText() {
+    return m_texts ? m_texts->list.data() : &m_text;
 }
 
 DataField* DataValue::clone() {
     auto* copy = static_cast<DataValue*>(type()->alloc(getName(), getSize()));
     static_cast<DataField&>(*copy) = *this;
-    copy->m_values = m_values;
+    texts();
+    copy->m_texts = m_texts;
     return copy;
 }
 
 /// Stores and tells whether handlers are to hear of a change.
 bool DataValue::storeAt(std::string_view value, std::size_t index) {
-    std::string& stored = m_values->list[index];
+    std::string& stored = firstText()[index];
     const bool changed = getCountNotifyOnValueChange() < 1 || stored != value;
     stored.assign(value);
     return changed;
 }
 
+void DataValue::store(std::string_view value) {
+    // The vector is the client's too.
+    if (m_texts && m_texts->list.empty())
+        m_texts->list.resize(1);
+    setDataInitialized(1);
+    fireHandlers(storeAt(value, 0));
+}
+
 void DataValue::setData(const char* value) {
+    if (!targetsIfAny()) {
+        store(text::viewOf(value));
+        return;
+    }
     const FieldWatch watch(*this);
     DataField::setData(value);
-    if (watch.ended())
-        return;
-    setDataInitialized(1);
-    fireHandlers(storeAt(text::viewOf(value), 0));
+    if (!watch.ended())
+        store(text::viewOf(value));
 }
 
 void DataValue::setData(const char* value, int index) {
@@ -176,7 +211,7 @@ bool DataValue::getData(char** value, int index) {
 }
 
 std::string* DataValue::getData(int index) {
-    return index >= 0 && index < getSize() ? &m_values->list[static_cast<std::size_t>(index)] : nullptr;
+    return index >= 0 && index < getSize() ? firstText() + index : nullptr;
 }
 
 void DataValue::getData(std::vector<char*>* out, int from, int to) {
@@ -187,11 +222,11 @@ void DataValue::getData(std::vector<char*>* out, int from, int to) {
         return;
     const int last = to == -1 ? getSize() - 1 : std::min(to, getSize() - 1);
     for (int index = from; index <= last; ++index)
-        out->push_back(m_values->list[static_cast<std::size_t>(index)].data());
+        out->push_back(firstText()[index].data());
 }
 
 std::vector<std::string>* DataValue::getDataVector() {
-    return &m_values->list;
+    return &texts();
 }
 
 void DataValue::clearData() {
@@ -209,17 +244,18 @@ bool DataValue::copyData(DataField* source, int sourceIndex, int targetIndex, in
     if (!source || source->isOfType(getClassType()) == 0 || sourceIndex < 0 || targetIndex < 0)
         return false;
     // A clone shares the values, so source and target may overlap.
-    const auto from = static_cast<DataValue*>(source)->m_values;
+    std::string* from = static_cast<DataValue*>(source)->firstText();
+    std::string* into = firstText();
     const int both = std::min(getSize(), source->getSize());
     count = count < 0 ? both : std::min(count, both);
     count = std::clamp(std::min(source->getSize() - sourceIndex, getSize() - targetIndex), 0, count);
 
-    const auto first = from->list.begin() + std::min(sourceIndex, source->getSize());
-    const auto target = m_values->list.begin() + std::min(targetIndex, getSize());
+    const std::string* first = from + std::min(sourceIndex, source->getSize());
+    std::string* target = into + std::min(targetIndex, getSize());
     const bool changed = !std::equal(first, first + count, target);
-    if (from == m_values && sourceIndex < targetIndex)
+    if (from == into && sourceIndex < targetIndex)
         std::copy_backward(first, first + count, target + count);
-    else if (from != m_values || sourceIndex != targetIndex)
+    else if (from != into || sourceIndex != targetIndex)
         std::copy(first, first + count, target);
     setDataInitialized(1);
     fireHandlers(changed, targetIndex, targetIndex + count - 1);

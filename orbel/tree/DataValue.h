@@ -50,12 +50,17 @@ public:
     bool copyData(DataField* source, int sourceIndex, int targetIndex, int count) override;
 
 private:
+    struct Texts;
+
+    std::string* firstText();
+    std::vector<std::string>& texts();
+    void store(std::string_view value);
     bool storeAt(std::string_view value, std::size_t index);
     void setAt(std::string_view value, int index);
 
-    struct Texts;
-
-    SharedPart<Texts> m_values;
+    // A single text stands in the item itself, until somebody asks for the vector, sets a size or shares it.
+    std::string m_text = " ";
+    SharedPart<Texts> m_texts;
 };
 
 #endif

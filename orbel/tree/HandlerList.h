@@ -1,17 +1,17 @@
 #ifndef ORBEL_TREE_HANDLERLIST_H
 #define ORBEL_TREE_HANDLERLIST_H
 
-#include "FieldWatch.h"
-
 #include <orbel/tree/DataHandler.h>
 
 #include <memory>
 #include <vector>
 
-/// The observers of a field and of its clones, in order of registration. Handlers know the lists they are on, so
-/// neither side is ever left with a pointer to something dead.
+/// The observers of a field and of its clones, where they are more than one word holds. Handlers know the lists they
+/// are on, so neither side is ever left with a pointer to something dead.
 class HandlerList {
 public:
+    static constexpr char markerName[] = "DUMMY";
+
     int owners = 0;
 
     HandlerList() = default;
@@ -19,18 +19,20 @@ public:
     HandlerList& operator=(const HandlerList&) = delete;
     ~HandlerList();
 
-    int size() const { return static_cast<int>(m_handlers.size()); }
-    DataHandler* at(int index) const { return m_handlers[static_cast<std::size_t>(index)]; }
+    /// Takes the observers of a field that had no list.
+    void takeOver(DataField& field, bool marked, DataHandler* handler, int notifyCount);
 
-    bool contains(const DataHandler& handler) const { return handler.isOn(this); }
+    int size() const { return static_cast<int>(m_handlers.size()); }
+    /// Null where the marker stands that nobody has asked for.
+    DataHandler* made(int index) const { return m_handlers[static_cast<std::size_t>(index)]; }
+    /// The marker is made, for this field, when it stands there.
+    DataHandler* at(DataField& field, int index);
+
     void append(DataHandler* handler);
-    /// False when it is not on the list; then it may even be dead.
+    void appendMarker(DataField& field);
     bool remove(DataHandler* handler);
     /// The handlers then name no field.
     void removeAll();
-
-    /// The field a handler is registered on. Copies of a handler name a field, which may be dead, but are on no list.
-    static DataField* fieldOf(const DataHandler& handler) { return handler.m_list ? handler.m_field : nullptr; }
 
     /// How many handlers asked for real changes at the last recount.
     int notifyCount() const { return m_notifyCount; }
@@ -38,18 +40,8 @@ public:
     /// A handler on the list asks from now on, or asks no more.
     void asks(bool asks) { m_asking += asks ? 1 : -1; }
 
-    /// The handler "DUMMY" that keeps a field created by path from being removed with its last observer. The list
-    /// owns it, for nobody else could know when it is done with.
-    DataHandler* marker();
-
-    /// Calls `call` on each handler by position, re-reading the size: the list may change meanwhile. `field` is the
-    /// field that notifies; when it dies the walk ends. The caller keeps the list alive.
-    template <class Call>
-    void walk(DataField& field, Call call) const {
-        const FieldWatch watch(field);
-        for (std::size_t at = 0; !watch.ended() && at < m_handlers.size(); ++at)
-            call(*m_handlers[at]);
-    }
+    /// The field a handler is registered on. Copies of a handler name a field, which may be dead, but are on none.
+    static DataField* fieldOf(const DataHandler& handler) { return handler.m_place ? handler.m_field : nullptr; }
 
 private:
     // Handlers have no virtual destructor: only a final class may be deleted through its own pointer.
@@ -57,9 +49,12 @@ private:
         using DataHandler::DataHandler;
     };
 
+    HandlerPlace place() { return HandlerPlace::ofSecond(this); }
+
     std::vector<DataHandler*> m_handlers;
     int m_asking = 0;
     int m_notifyCount = 0;
+    // Nobody else could know when it is done with.
     std::unique_ptr<Marker> m_marker;
 };
 

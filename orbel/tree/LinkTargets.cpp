@@ -31,11 +31,11 @@ DataField* LinkTargets::next(Walk& walk) const {
 void LinkTargets::releaseSilent(const DataField& source) {
     for (auto clone = m_silent.begin(); clone != m_silent.end();) {
         // Followers of another field that shares this list stay: they must be told when that one dies.
-        if ((*clone)->m_linkSource != &source) {
+        if ((*clone)->getLinkSource() != &source) {
             ++clone;
             continue;
         }
-        (*clone)->m_linkSource = nullptr;
+        (*clone)->setSource(nullptr);
         clone = m_silent.erase(clone);
     }
 }

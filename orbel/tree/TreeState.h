@@ -2,10 +2,10 @@
 #define ORBEL_TREE_TREESTATE_H
 
 #include "../foundation/text/LentText.h"
+#include "PathCache.h"
 
 #include <iosfwd>
 #include <string>
-#include <string_view>
 
 class DataStructure;
 class FieldListWatch;
@@ -19,6 +19,8 @@ struct TreeState {
     /// Set when a resolution met "*"; `wildcardRest` is then what follows "*/".
     bool wildcard = false;
     char wildcardRest[1000] = {};
+    /// Where plain paths have led to.
+    PathCache paths;
     /// The result of DataField::getFullPath.
     std::string fullPath;
     /// What commands are cut up in.

@@ -1,0 +1,119 @@
+#ifndef ORBEL_TREE_CHILDTABLE_H
+#define ORBEL_TREE_CHILDTABLE_H
+
+#include <orbel/tree/DataField.h>
+#include <orbel/tree/EitherPointer.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The children of a structure and of its copies: found by name through a hash index, listed in the byte order of
+/// their names. The order is made when somebody asks for it, so that a tree is built without sorting; what leaves is
+/// a hole until there are many.
+///
+/// A child stands here under the name that it had when it came in. As long as it keeps that name the table reads it in
+/// the field itself; the field tells when it is renamed or destroyed. A child that is destroyed while it stands here
+/// keeps its place and its name, for a field leaves its parent alone.
+class ChildTable {
+public:
+    int owners = 0;
+
+    ChildTable() = default;
+    ChildTable(const ChildTable&) = delete;
+    ChildTable& operator=(const ChildTable&) = delete;
+    ~ChildTable();
+
+    std::size_t size() const { return m_live; }
+
+    bool contains(std::string_view name) const;
+    /// Null also for a child that was destroyed.
+    DataField* find(std::string_view name) const;
+    /// Under the field's present name; false when the name is taken.
+    bool insert(DataField& field);
+    /// Null when there is no such name.
+    DataField* erase(std::string_view name);
+    /// The first in order, which leaves; null also when it was destroyed.
+    DataField* takeFirst();
+    /// In order; null past the end and for a child that was destroyed.
+    DataField* at(std::size_t index);
+
+    /// A listed field is about to be renamed, or is being destroyed.
+    void keepKey(DataField& field);
+    void forget(DataField& field);
+
+    /// Calls `call(name, field)` on each child in order.
+    template <class Call>
+    void forEach(Call call) {
+        putInOrder();
+        for (std::size_t at = 0; at < m_entries.size(); ++at)
+            if (const Entry entry = m_entries[at]; entry && fieldOf(entry))
+                call(keyOf(entry), *fieldOf(entry));
+    }
+
+    /// Goes over the children in order while they may come and go: goes on behind the name of the last, not behind
+    /// its place. The table must outlive the next step.
+    class Cursor {
+    public:
+        explicit Cursor(ChildTable& table) : m_table(table) {}
+        /// Null behind the last.
+        DataField* next();
+        /// The name under which the last stands, or stood.
+        char* name() { return m_name.data(); }
+
+    private:
+        ChildTable& m_table;
+        std::string m_name;
+        std::size_t m_next = 0;
+        std::uint64_t m_shape = 0;
+    };
+
+private:
+    struct Renamed {
+        /// Null when it was destroyed.
+        DataField* field;
+        std::string key;
+    };
+    using Entry = EitherPointer<DataField, Renamed>;
+
+    struct Slot {
+        std::uint32_t hash = 0;
+        std::uint32_t position = none;
+    };
+    static constexpr std::uint32_t none = UINT32_MAX;
+    /// So few are looked through faster than hashed.
+    static constexpr std::size_t fewChildren = 6;
+
+    static DataField* fieldOf(const Entry& entry) { return entry.second() ? entry.second()->field : entry.first(); }
+    static const char* keyOf(const Entry& entry);
+    static bool isNamed(const Entry& entry, std::string_view name);
+    static bool comesBefore(const Entry& left, const Entry& right);
+
+    std::size_t slotOf(std::string_view name, std::uint32_t hash) const;
+    std::size_t slotOf(std::uint32_t position) const;
+    std::uint32_t positionOf(std::string_view name) const;
+    std::uint32_t positionOf(const DataField& field) const;
+    DataField* eraseAt(std::uint32_t position);
+    void freeSlot(std::size_t slot);
+    void putIntoSlot(std::uint32_t hash, std::uint32_t position);
+    void makeRoom();
+    void fillSlots();
+    void dropHoles();
+    void putInOrder();
+    std::size_t upperBound(const char* name) const;
+
+    std::vector<Entry> m_entries;
+    /// Empty while there are few children, else a power of two.
+    std::vector<Slot> m_slots;
+    std::size_t m_live = 0;
+    /// How many entries at the front are in order.
+    std::size_t m_ordered = 0;
+    /// No entry before this one is alive.
+    std::size_t m_first = 0;
+    /// Counts what moves entries or adds one.
+    std::uint64_t m_shape = 0;
+};
+
+#endif

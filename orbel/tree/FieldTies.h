@@ -1,0 +1,28 @@
+#ifndef ORBEL_TREE_FIELDTIES_H
+#define ORBEL_TREE_FIELDTIES_H
+
+#include <orbel/tree/DataField.h>
+#include <orbel/tree/FieldRef.h>
+#include <orbel/tree/SharedPart.h>
+
+#include "LinkTargets.h"
+
+/// What ties a field to others. Most fields have none of it, so it is made on first need.
+struct FieldTies {
+    DataField* linkSource = nullptr;
+    /// A copy shares them, so copying makes them in the original too.
+    SharedPart<LinkTargets> targets;
+    SharedPart<FieldHold> hold;
+};
+
+/// Calls `call` on each target of the links, by position.
+template <class Call>
+void DataField::walkTargets(Call call) {
+    if (!targetsIfAny())
+        return;
+    // Callbacks may destroy the field, or make it a copy of another.
+    const SharedPart<LinkTargets> list = m_ties->targets;
+    list->walk(*this, call);
+}
+
+#endif

@@ -1,0 +1,54 @@
+#include <orbel/tree/OwnerSet.h>
+
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+namespace {
+
+/// Anything can be an owner: null and odd addresses do not fit into the one word.
+bool fitsAlone(const void* owner) {
+    return owner && reinterpret_cast<std::uintptr_t>(owner) % 2 == 0;
+}
+
+} // namespace
+
+OwnerSet::OwnerSet(const OwnerSet& other)
+    : m_owners(other.m_owners.second() ? decltype(m_owners)::ofSecond(new Many(*other.m_owners.second()))
+                                       : other.m_owners) {}
+
+OwnerSet& OwnerSet::operator=(const OwnerSet& other) {
+    OwnerSet copy(other);
+    std::swap(m_owners, copy.m_owners);
+    return *this;
+}
+
+OwnerSet::~OwnerSet() {
+    delete m_owners.second();
+}
+
+bool OwnerSet::insert(void* owner) {
+    if (!m_owners && fitsAlone(owner)) {
+        m_owners = decltype(m_owners)::ofFirst(owner);
+        return true;
+    }
+    if (m_owners && m_owners.first() == owner)
+        return false;
+    if (Many* many = m_owners.second())
+        return many->insert(owner).second;
+    auto many = std::make_unique<Many>();
+    if (void* alone = m_owners.first())
+        many->insert(alone);
+    many->insert(owner);
+    m_owners = decltype(m_owners)::ofSecond(many.release());
+    return true;
+}
+
+bool OwnerSet::erase(void* owner) {
+    if (Many* many = m_owners.second())
+        return many->erase(owner) != 0;
+    if (!m_owners || m_owners.first() != owner)
+        return false;
+    m_owners = {};
+    return true;
+}

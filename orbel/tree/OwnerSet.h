@@ -1,0 +1,27 @@
+#ifndef ORBEL_TREE_OWNERSET_H
+#define ORBEL_TREE_OWNERSET_H
+
+#include <orbel/tree/EitherPointer.h>
+
+#include <set>
+
+/// Who holds an item, each owner once. Items seldom have more than one owner, and one takes no memory of its own.
+class OwnerSet {
+public:
+    OwnerSet() = default;
+    OwnerSet(const OwnerSet& other);
+    OwnerSet& operator=(const OwnerSet& other);
+    ~OwnerSet();
+
+    /// False when it was there already.
+    bool insert(void* owner);
+    /// False when it was not there.
+    bool erase(void* owner);
+
+private:
+    using Many = std::set<void*>;
+
+    EitherPointer<void, Many> m_owners;
+};
+
+#endif
