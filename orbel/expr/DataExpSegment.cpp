@@ -11,15 +11,15 @@
 
 namespace {
 
-/// The field at `name` in the nearest enclosing node that has it. Paths can create fields, so this may run callbacks.
+/// The field at `name` in the nearest enclosing node that has it. Paths can create fields, so this may run callbacks,
+/// which must not reach the name.
 DataField* findFrom(FieldRef node, std::string_view name) {
     if (name.size() > limits::maxPathLength)
         return nullptr;
-    const text::LentText path(expressionState.texts, name);
     text::LentText scratch(expressionState.texts);
     while (node.get()) {
         // Each time anew, for the lookup may cut its text up.
-        scratch.get().assign(path.view());
+        scratch.get().assign(name);
         if (DataField* found = static_cast<DataNode*>(node.get())->getField(scratch.get().data(), 0, 1))
             return found;
         if (node.get())
@@ -94,7 +94,8 @@ const char* DataExpSegment::evaluate(int index, ExpressionWatch& watch) {
 
 const char* DataExpSegment::fieldValue(int index, const ExpressionWatch& watch) {
     if (!m_field.get()) {
-        DataField* found = findFrom(m_context, m_text);
+        const text::LentText name(expressionState.texts, m_text);
+        DataField* found = findFrom(m_context, name.view());
         if (!found || watch.ended())
             return nullptr;
         hold(found);
@@ -111,7 +112,8 @@ const char* DataExpSegment::fieldValue(int index, const ExpressionWatch& watch) 
 
 void DataExpSegment::refresh(ExpressionWatch& watch) {
     watch.callBack(ExpressionWatch::Callback::Handlers, [&] {
-        DataField* field = findFrom(m_context, m_text);
+        const text::LentText name(expressionState.texts, m_text);
+        DataField* field = findFrom(m_context, name.view());
         if (!field || watch.ended())
             return;
         const int size = field->getSize();

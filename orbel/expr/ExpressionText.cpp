@@ -90,6 +90,8 @@ WrittenReference readReference(std::string_view written) {
     if (reference.isIndex)
         return reference;
     reference.name = text::cutAt(word, '[');
+    if (word.empty())
+        return reference;
     word = text::cutAt(word, ']');
     reference.range = text::readIndexRange(word);
     return reference;

@@ -24,13 +24,12 @@ bool SetCommand::cut(char* command) {
     const std::size_t equals = whole.find('=');
     if (equals == std::string_view::npos)
         return false;
+    const std::string_view pathText = text::trim(whole.substr(0, equals));
+    path = command + (pathText.empty() ? equals : static_cast<std::size_t>(pathText.data() - command));
+    path[pathText.size()] = '\0';
     std::string_view valueText = whole.substr(equals + 1);
     text::skipBlanks(valueText);
-    const std::string_view pathText = text::trim(whole.substr(0, equals));
-
-    path = command + (pathText.empty() ? equals : static_cast<std::size_t>(pathText.data() - command));
     value = command + (whole.size() - valueText.size());
-    path[pathText.size()] = '\0';
     if (const auto range = rangeOf(pathText)) {
         // A copy, for the field's own parse may cut what it is given, and the path is needed whole.
         m_index = *range;

@@ -6,6 +6,8 @@
 #include "FieldWatch.h"
 #include "TreeState.h"
 
+#include <array>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -50,8 +52,16 @@ void runList(DataField& node, const char* list, Run run) {
     const FieldWatch watch(node);
     text::LentText copy(treeState.texts, list);
     text::ListScanner commands(copy.view());
-    for (commands.skipBlanks(); !commands.atEnd() && !watch.ended(); commands.skipBlanks())
-        run(copy.cut(commands.cut(';')));
+    commands.skipBlanks();
+    // Several are cut off before they run: to read a text right behind the write that ends it makes the processor wait.
+    std::array<char*, 16> next{};
+    while (!commands.atEnd() && !watch.ended()) {
+        std::size_t count = 0;
+        for (; count < next.size() && !commands.atEnd(); commands.skipBlanks())
+            next[count++] = copy.cut(commands.cut(';'));
+        for (std::size_t at = 0; at < count && !watch.ended(); ++at)
+            run(next[at]);
+    }
 }
 
 #endif

@@ -254,12 +254,14 @@ void DataNode::executeCopyCommand(char* command) {
         return;
     const AddressedRange to(copy.view().substr(0, equals));
     const AddressedRange from(copy.view().substr(equals + 1));
+    char* const targetPath = copy.cut(to.path);
+    char* const sourcePath = copy.cut(from.path);
     const FieldWatch watch(*this);
-    DataField* target = getField(copy.cut(to.path), 0, 1);
+    DataField* target = getField(targetPath, 0, 1);
     if (!target || watch.ended())
         return;
     const FieldWatch targetWatch(*target);
-    DataField* source = getField(copy.cut(from.path), 0, 1);
+    DataField* source = getField(sourcePath, 0, 1);
     if (!source || targetWatch.ended())
         return;
 
