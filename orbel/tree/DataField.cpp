@@ -99,10 +99,6 @@ LinkTargets& DataField::targets() {
     return *list;
 }
 
-LinkTargets* DataField::targetsIfAny() const {
-    return m_ties && m_ties->targets ? &*m_ties->targets : nullptr;
-}
-
 void DataField::setSource(DataField* source) {
     if (source || m_ties)
         ties().linkSource = source;
@@ -290,20 +286,26 @@ void DataField::unregisterAllHandlers() {
 /// Calls `call` on each handler by position, re-reading the size: the observers may change meanwhile, and come onto a
 /// list. When the field dies the walk ends. The marker hears nothing.
 template <class Call>
-void DataField::walkHandlers(Call call) {
-    if (m_handlers.size() == 0)
+inline void DataField::walkHandlers(Call call) {
+    if (m_handlers.list()) {
+        walkList(0, call);
+        return;
+    }
+    DataHandler* handler = m_handlers.single();
+    if (!handler)
         return;
     const FieldWatch watch(*this);
-    int at = 0;
-    if (!m_handlers.list()) {
-        at = m_handlers.size();
-        if (DataHandler* handler = m_handlers.single())
-            call(*handler);
-        if (watch.ended() || !m_handlers.list())
-            return;
-    }
+    const int next = m_handlers.size();
+    call(*handler);
+    if (!watch.ended() && m_handlers.list())
+        walkList(next, call);
+}
+
+template <class Call>
+void DataField::walkList(int first, Call call) {
+    const FieldWatch watch(*this);
     const SharedPart<HandlerList> list(m_handlers.list());
-    for (; !watch.ended() && at < list->size(); ++at)
+    for (int at = first; !watch.ended() && at < list->size(); ++at)
         if (DataHandler* handler = list->made(at))
             call(*handler);
 }
@@ -311,6 +313,10 @@ void DataField::walkHandlers(Call call) {
 void DataField::fireHandlers(bool changed) {
     if (m_dataInitialized != 0)
         walkHandlers([&](DataHandler& handler) { handler.onChange(*this, changed); });
+}
+
+void DataField::fireListFrom(int first, bool changed) {
+    walkList(first, [&](DataHandler& handler) { handler.onChange(*this, changed); });
 }
 
 void DataField::fireHandlers(bool changed, int from, int to) {

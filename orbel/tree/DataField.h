@@ -125,6 +125,9 @@ private:
     void tellHandlers();
     template <class Call>
     void walkHandlers(Call call);
+    template <class Call>
+    void walkList(int first, Call call);
+    void fireListFrom(int first, bool changed);
 
     const SharedPart<FieldHold>& hold();
     FieldTies& ties();
@@ -136,11 +139,12 @@ private:
     void setSource(DataField* source);
     void shareFrom(const DataField& other);
 
-    int m_dataInitialized = 0;
-    FieldHandlers m_handlers;
+    // In this order what a store touches lies together, with the text that a DataValue adds.
+    int m_parentInstance = 0;
     FieldRef m_parent;
     std::unique_ptr<FieldTies> m_ties;
-    int m_parentInstance = 0;
+    FieldHandlers m_handlers;
+    int m_dataInitialized = 0;
 };
 
 #endif

@@ -11,6 +11,7 @@
 #include "ChildTable.h"
 #include "CommandText.h"
 #include "DumpUnderWay.h"
+#include "ExactClass.h"
 #include "FieldCreation.h"
 #include "FieldPath.h"
 #include "FieldWatch.h"
@@ -23,7 +24,6 @@
 #include <cstring>
 #include <iostream>
 #include <optional>
-#include <typeinfo>
 
 namespace {
 
@@ -359,12 +359,6 @@ private:
         return Next::Segment;
     }
 
-    /// Whether it is of the library's own class. Whoever derives from it has another description of its type.
-    template <class Field>
-    static bool isExactly(const DataField& field) {
-        return &typeid(field) == &typeid(Field);
-    }
-
     DataStructure* m_at;
     char* m_path;
     int m_index;
@@ -374,21 +368,36 @@ private:
     char m_copy[limits::maxPathLength + 1];
 };
 
+/// What a plain path in use leads to, without looking for it; null when it has to be resolved.
+inline const PathCacheEntry* DataStructure::knownAt(char* path, std::size_t length) {
+    const PathCacheEntry* known = treeState.paths.find(*this, {path, length});
+    if (!known)
+        return nullptr;
+    treeState.lastSearched = known->searched;
+    treeState.wildcard = false;
+    return known;
+}
+
 DataField* DataStructure::getField(char* path, int index, int flag) {
     if (!path)
         return nullptr;
-    const std::string_view whole(path, strnlen(path, limits::maxPathLength + 1));
-    if (whole.size() > limits::maxPathLength)
-        return nullptr;
-    if (const PathCache::Entry* known = treeState.paths.find(*this, whole)) {
-        treeState.lastSearched = known->searched;
-        treeState.wildcard = false;
+    const std::size_t length = strnlen(path, limits::maxPathLength + 1);
+    if (const PathCacheEntry* known = knownAt(path, length))
         return known->field;
-    }
+    return length <= limits::maxPathLength ? resolve(path, length, index, flag) : nullptr;
+}
+
+/// The leaf at a plain path in use, if nobody can have overridden what is asked of it.
+inline DataValue* DataStructure::knownValue(char* path) {
+    const PathCacheEntry* known = path ? knownAt(path, strnlen(path, PathCache::maxLength + 1)) : nullptr;
+    return known && known->isDirect ? static_cast<DataValue*>(known->field) : nullptr;
+}
+
+DataField* DataStructure::resolve(char* path, std::size_t length, int index, int flag) {
     Resolution resolution(*this, path, index, flag);
     DataField* found = resolution.run();
     if (found && resolution.isPlain())
-        treeState.paths.insert(*this, whole, *found, *treeState.lastSearched);
+        treeState.paths.insert(*this, {path, length}, *found, *treeState.lastSearched);
     return found;
 }
 
@@ -553,6 +562,14 @@ bool DataStructure::setFieldData(char* path, std::string* value) {
 }
 
 bool DataStructure::setFieldData(char* path, char* value) {
+    if (DataValue* known = knownValue(path)) {
+        known->DataValue::setData(value);
+        return true;
+    }
+    return setFoundData(path, value);
+}
+
+bool DataStructure::setFoundData(char* path, char* value) {
     DataField* field = getField(path, 0, 1);
     if (field)
         field->setData(value);
@@ -582,6 +599,14 @@ bool DataStructure::getFieldData(char* path, std::string* value) {
 }
 
 bool DataStructure::getFieldData(char* path, char** value) {
+    if (DataValue* known = knownValue(path)) {
+        known->DataValue::getData(value, 0);
+        return true;
+    }
+    return getFoundData(path, value);
+}
+
+bool DataStructure::getFoundData(char* path, char** value) {
     DataField* field = getField(path, 0, 1);
     if (field)
         field->getData(value, 0);

@@ -5,6 +5,9 @@
 
 #include <string_view>
 
+class DataValue;
+struct PathCacheEntry;
+
 /// A node whose children are named fields, ordered by name in byte order. Destroying it leaves the children alive and
 /// without a parent.
 ///
@@ -111,6 +114,11 @@ protected:
 private:
     class Resolution;
 
+    const PathCacheEntry* knownAt(char* path, std::size_t length);
+    DataValue* knownValue(char* path);
+    bool setFoundData(char* path, char* value);
+    bool getFoundData(char* path, char** value);
+    DataField* resolve(char* path, std::size_t length, int index, int flag);
     DataField* findOrCreate(std::string_view kind, std::string_view name);
     static void setObjectTypeOf(DataField& child, std::string_view kind);
     static void disposeIfUnused(DataField* field);

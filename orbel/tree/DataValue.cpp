@@ -1,6 +1,7 @@
 #include <orbel/tree/DataValue.h>
 
 #include <orbel/foundation/DataClassType.h>
+#include <orbel/tree/DataHandler.h>
 
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Writer.h"
@@ -12,6 +13,7 @@
 #include "TreeState.h"
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <ostream>
 
@@ -19,6 +21,36 @@ struct DataValue::Texts {
     int owners = 0;
     std::vector<std::string> list;
 };
+
+namespace {
+
+/// Kept out of the way of nearly every change, which then needs half the registers.
+[[gnu::noinline]] void replace(std::string& stored, std::string_view text) {
+    stored.assign(text);
+}
+
+/// Numbers and times, most of what a show writes, keep their lengths: then nothing but the characters changes. The new
+/// text may lie in the old one.
+void write(std::string& stored, std::string_view text) {
+    if (stored.size() == text.size())
+        std::memmove(stored.data(), text.data(), text.size());
+    else
+        replace(stored, text);
+}
+
+} // namespace
+
+inline std::string* DataValue::firstText() {
+    return m_texts ? m_texts->list.data() : &m_text;
+}
+
+/// Stores and tells whether handlers are to hear of a change.
+inline bool DataValue::storeAt(std::string_view value, std::size_t index) {
+    std::string& stored = firstText()[index];
+    const bool changed = m_handlers.notifyCount() < 1 || stored != value;
+    write(stored, value);
+    return changed;
+}
 
 DataType* DataValue::classType = nullptr;
 
@@ -43,7 +75,7 @@ DataValue::DataValue(char* name, std::string* value) : DataValue(name) {
     if (!value)
         return;
     m_text = *value;
-    setDataInitialized(1);
+    m_dataInitialized = 1;
 }
 
 DataValue::DataValue(const DataValue& other) : DataField(other) {
@@ -118,10 +150,6 @@ std::vector<std::string>& DataValue::texts() {
     return m_texts->list;
 }
 
-std::string* DataValue::firstText() {
-    return m_texts ? m_texts->list.data() : &m_text;
-}
-
 DataField* DataValue::clone() {
     auto* copy = static_cast<DataValue*>(type()->alloc(getName(), getSize()));
     static_cast<DataField&>(*copy) = *this;
@@ -130,31 +158,35 @@ DataField* DataValue::clone() {
     return copy;
 }
 
-/// Stores and tells whether handlers are to hear of a change.
-bool DataValue::storeAt(std::string_view value, std::size_t index) {
-    std::string& stored = firstText()[index];
-    const bool changed = getCountNotifyOnValueChange() < 1 || stored != value;
-    stored.assign(value);
-    return changed;
+void DataValue::setData(const char* value) {
+    // The way of nearly every change: one text, nobody who follows, no observer or one that wants to hear of every
+    // store.
+    if (m_texts || !m_handlers.isSimple() || targetsIfAny()) {
+        setAmongOthers(value);
+        return;
+    }
+    write(m_text, text::viewOf(value));
+    m_dataInitialized = 1;
+    DataHandler* handler = m_handlers.single();
+    if (!handler)
+        return;
+    const FieldWatch watch(*this);
+    const int next = m_handlers.size();
+    handler->onChange(*this, true);
+    if (!watch.ended() && m_handlers.list())
+        fireListFrom(next, true);
 }
 
-void DataValue::store(std::string_view value) {
+void DataValue::setAmongOthers(const char* value) {
+    const FieldWatch watch(*this);
+    DataField::setData(value);
+    if (watch.ended())
+        return;
     // The vector is the client's too.
     if (m_texts && m_texts->list.empty())
         m_texts->list.resize(1);
-    setDataInitialized(1);
-    fireHandlers(storeAt(value, 0));
-}
-
-void DataValue::setData(const char* value) {
-    if (!targetsIfAny()) {
-        store(text::viewOf(value));
-        return;
-    }
-    const FieldWatch watch(*this);
-    DataField::setData(value);
-    if (!watch.ended())
-        store(text::viewOf(value));
+    m_dataInitialized = 1;
+    fireHandlers(storeAt(text::viewOf(value), 0));
 }
 
 void DataValue::setData(const char* value, int index) {
@@ -174,7 +206,7 @@ void DataValue::setData(std::string* value, int index) {
 void DataValue::setAt(std::string_view value, int index) {
     if (index < 0 || index >= getSize())
         return;
-    setDataInitialized(1);
+    m_dataInitialized = 1;
     // Contract: handlers rely on the end 0 here; fireHandlers raises it to the index.
     fireHandlers(storeAt(value, static_cast<std::size_t>(index)), index, 0);
 }
@@ -184,7 +216,7 @@ void DataValue::setData(std::vector<char*>* values, int from, int to) {
     DataField::setData(values, from, to);
     if (watch.ended() || !values)
         return;
-    setDataInitialized(1);
+    m_dataInitialized = 1;
     const int size = getSize();
     if (from < 0 || from >= size)
         return;
@@ -203,7 +235,7 @@ void DataValue::setData(std::vector<char*>* values, int from, int to) {
 }
 
 bool DataValue::getData(char** value, int index) {
-    std::string* stored = getData(index);
+    std::string* stored = DataValue::getData(index);
     if (!stored || !value)
         return false;
     *value = stored->data();
@@ -211,7 +243,7 @@ bool DataValue::getData(char** value, int index) {
 }
 
 std::string* DataValue::getData(int index) {
-    return index >= 0 && index < getSize() ? firstText() + index : nullptr;
+    return index >= 0 && index < DataValue::getSize() ? firstText() + index : nullptr;
 }
 
 void DataValue::getData(std::vector<char*>* out, int from, int to) {
@@ -257,7 +289,7 @@ bool DataValue::copyData(DataField* source, int sourceIndex, int targetIndex, in
         std::copy_backward(first, first + count, target + count);
     else if (from != into || sourceIndex != targetIndex)
         std::copy(first, first + count, target);
-    setDataInitialized(1);
+    m_dataInitialized = 1;
     fireHandlers(changed, targetIndex, targetIndex + count - 1);
     return true;
 }

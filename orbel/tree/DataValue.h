@@ -54,7 +54,7 @@ private:
 
     std::string* firstText();
     std::vector<std::string>& texts();
-    void store(std::string_view value);
+    void setAmongOthers(const char* value);
     bool storeAt(std::string_view value, std::size_t index);
     void setAt(std::string_view value, int index);
 

@@ -15,10 +15,12 @@ void FieldHandlers::dropList() {
     m_word = 0;
 }
 
-int FieldHandlers::size() const {
-    if (const HandlerList* held = list())
-        return held->size();
-    return (single() ? 1 : 0) + (hasMarkerInFront() ? 1 : 0);
+int FieldHandlers::listSize() const {
+    return list()->size();
+}
+
+int FieldHandlers::listNotifyCount() const {
+    return list()->notifyCount();
 }
 
 const char* FieldHandlers::nameAt(int index) const {
@@ -76,12 +78,6 @@ void FieldHandlers::removeAll(DataField& field) {
         handler->setField(nullptr);
     }
     m_word = 0;
-}
-
-int FieldHandlers::notifyCount() const {
-    if (const HandlerList* held = list())
-        return held->notifyCount();
-    return (m_word & isAsking) != 0 ? 1 : 0;
 }
 
 void FieldHandlers::recount() {

@@ -20,8 +20,9 @@ public:
     FieldHandlers& operator=(const FieldHandlers&) = delete;
     ~FieldHandlers();
 
+    bool empty() const { return m_word == 0; }
     /// How many there are, the marker included.
-    int size() const;
+    int size() const { return list() ? listSize() : sizeInWord(); }
     /// Makes the marker when it stands there.
     DataHandler* at(DataField& field, int index);
     const char* nameAt(int index) const;
@@ -36,9 +37,11 @@ public:
     void removeAll(DataField& field);
 
     /// How many handlers asked for real changes at the last recount.
-    int notifyCount() const;
+    int notifyCount() const { return list() ? listNotifyCount() : (m_word & isAsking) != 0 ? 1 : 0; }
     void recount();
 
+    /// Whether there is at most one besides the marker, and it wants to hear of every store.
+    bool isSimple() const { return (m_word & (isList | isAsking)) == 0; }
     /// Null when the word does not hold the observers itself, or holds none but the marker.
     DataHandler* single() const {
         return (m_word & isList) == 0 ? reinterpret_cast<DataHandler*>(m_word & ~flags) : nullptr;
@@ -57,6 +60,9 @@ private:
     static constexpr std::uintptr_t isAsking = 4;
     static constexpr std::uintptr_t flags = isList | isMarked | isAsking;
 
+    int sizeInWord() const { return (single() ? 1 : 0) + (hasMarkerInFront() ? 1 : 0); }
+    int listSize() const;
+    int listNotifyCount() const;
     HandlerList& makeList(DataField& field);
     void dropList();
 

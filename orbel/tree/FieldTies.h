@@ -15,6 +15,10 @@ struct FieldTies {
     SharedPart<FieldHold> hold;
 };
 
+inline LinkTargets* DataField::targetsIfAny() const {
+    return m_ties && m_ties->targets ? &*m_ties->targets : nullptr;
+}
+
 /// Calls `call` on each target of the links, by position.
 template <class Call>
 void DataField::walkTargets(Call call) {

@@ -1,16 +1,6 @@
 #include "FieldWatch.h"
 
-#include "TreeState.h"
-
 #include <algorithm>
-
-FieldWatch::FieldWatch(DataField& field) : m_field(&field), m_outer(treeState.watches) {
-    treeState.watches = this;
-}
-
-FieldWatch::~FieldWatch() {
-    treeState.watches = m_outer;
-}
 
 void FieldWatch::fieldEnds(DataField& field) {
     for (FieldWatch* watch = treeState.watches; watch; watch = watch->m_outer)

@@ -1,6 +1,8 @@
 #ifndef ORBEL_TREE_FIELDWATCH_H
 #define ORBEL_TREE_FIELDWATCH_H
 
+#include "TreeState.h"
+
 #include <vector>
 
 class DataField;
@@ -9,10 +11,10 @@ class DataField;
 /// watches of all operations under way form one chain, which the destructor of a field walks.
 class FieldWatch {
 public:
-    explicit FieldWatch(DataField& field);
+    explicit FieldWatch(DataField& field) : m_field(&field), m_outer(treeState.watches) { treeState.watches = this; }
     FieldWatch(const FieldWatch&) = delete;
     FieldWatch& operator=(const FieldWatch&) = delete;
-    ~FieldWatch();
+    ~FieldWatch() { treeState.watches = m_outer; }
 
     bool ended() const { return !m_field; }
 

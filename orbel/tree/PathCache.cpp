@@ -1,29 +1,36 @@
 #include "PathCache.h"
 
+#include <orbel/tree/DataObject.h>
+#include <orbel/tree/DataValue.h>
+#include <orbel/tree/Orbel.h>
+
+#include "ExactClass.h"
+
 #include <algorithm>
 #include <new>
 
-void PathCache::insert(const DataStructure& asked, std::string_view path, DataField& field, DataStructure& searched) {
+void PathCache::insert(DataStructure& asked, std::string_view path, DataField& field, DataStructure& searched) {
     if (path.size() > maxLength)
         return;
     // Three quarters full; then a look that finds takes two or three steps.
     if ((m_used + 1) * 4 > m_capacity * 3 && !grow())
         return;
-    const std::uint32_t hash = hashOf(asked, path);
-    Entry& entry = freeEntry(hash);
+    const std::uint64_t mark = markOf(asked, path);
+    Entry& entry = freeEntry(mark);
     entry.asked = &asked;
     entry.field = &field;
     entry.searched = &searched;
-    entry.hash = hash;
-    entry.epoch = m_epoch;
+    entry.mark = mark;
+    entry.isDirect = isExactly<DataValue>(field) &&
+                     (isExactly<Orbel>(asked) || isExactly<DataStructure>(asked) || isExactly<DataObject>(asked));
     entry.length = static_cast<std::uint8_t>(path.size());
     path.copy(entry.path, path.size());
     ++m_used;
 }
 
-PathCache::Entry& PathCache::freeEntry(std::uint32_t hash) {
-    std::size_t at = home(hash);
-    while (m_entries[at].epoch == m_epoch)
+PathCache::Entry& PathCache::freeEntry(std::uint64_t mark) {
+    std::size_t at = home(mark);
+    while (!isFree(m_entries[at]))
         at = next(at);
     return m_entries[at];
 }
@@ -41,8 +48,8 @@ bool PathCache::grow() {
     larger.m_capacity = capacity;
     larger.m_epoch = m_epoch;
     for (const Entry* entry = m_entries; entry != m_entries + m_capacity; ++entry)
-        if (entry->epoch == m_epoch)
-            larger.freeEntry(entry->hash) = *entry;
+        if (!isFree(*entry))
+            larger.freeEntry(entry->mark) = *entry;
     larger.m_used = m_used;
     delete[] m_entries;
     *this = larger;
@@ -51,8 +58,9 @@ bool PathCache::grow() {
 
 void PathCache::dropAll() {
     m_used = 0;
-    if (++m_epoch != 0)
+    m_epoch += firstEpoch;
+    if (m_epoch != 0)
         return;
     std::fill(m_entries, m_entries + m_capacity, Entry());
-    m_epoch = 1;
+    m_epoch = firstEpoch;
 }
