@@ -150,3 +150,18 @@ void judge(const Results& results, Goals& goals) {
     judgeMemory(results, goals);
     judgeAllocations(results, goals);
 }
+
+void judgeTexts(const std::vector<MeasuredText>& texts, Goals& goals) {
+    for (const auto& [language, figures] : texts) {
+        const std::string name(language->name);
+        if (language->maxRatio > 0) {
+            goals.note(name + " / floor", std::nullopt, figures.ratio, times);
+            goals.atMost(name + " / floor" + (language->without.empty() ? "" : ", less direct work"), std::nullopt,
+                         figures.ratioWithout, language->maxRatio, times);
+        }
+        if (language->minMegabytes > 0)
+            goals.atLeast(name, std::nullopt, figures.megabytes, language->minMegabytes, "MB/s");
+        if (language->isSteady)
+            goals.atMost("allocations: " + name, std::nullopt, figures.allocations, 0, calls);
+    }
+}

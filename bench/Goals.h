@@ -3,6 +3,7 @@
 
 #include "Results.h"
 #include "Table.h"
+#include "TextLanguages.h"
 
 #include <cstddef>
 #include <optional>
@@ -35,5 +36,6 @@ private:
 
 /// Adds every goal that the results tell something of.
 void judge(const Results& results, Goals& goals);
+void judgeTexts(const std::vector<MeasuredText>& texts, Goals& goals);
 
 #endif

@@ -2,15 +2,14 @@
 
 #include "GrowthTools.h"
 #include "OwnedTree.h"
+#include "Silence.h"
 
 #include <orbel/orbel.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <memory>
-#include <streambuf>
 #include <string>
 #include <unistd.h>
 #include <vector>
@@ -18,24 +17,6 @@
 namespace {
 
 namespace fs = std::filesystem;
-
-/// Keeps what the library prints out of the report while it exists.
-class Silence {
-public:
-    Silence() : m_before(std::cout.rdbuf(&m_nowhere)) {}
-    Silence(const Silence&) = delete;
-    Silence& operator=(const Silence&) = delete;
-    ~Silence() { std::cout.rdbuf(m_before); }
-
-private:
-    class Nowhere : public std::streambuf {
-        int overflow(int character) override { return traits_type::not_eof(character); }
-        std::streamsize xsputn(const char* /*text*/, std::streamsize length) override { return length; }
-    };
-
-    Nowhere m_nowhere;
-    std::streambuf* m_before;
-};
 
 /// Settings with a tree per scene, and the folder that they name for conversion tables.
 class Framework {

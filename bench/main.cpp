@@ -13,15 +13,18 @@
 #include "Results.h"
 #include "Shapes.h"
 #include "Suite.h"
+#include "TextLanguages.h"
 #include "Workload.h"
 #include "peers/Peers.h"
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -161,6 +164,16 @@ std::string machine(bool quick) {
            " MHz, compiled by GCC " + __VERSION__ + '.';
 }
 
+/// What the caller's filter wants of the text languages: "texts" all, "texts/dump" those about dumps.
+std::optional<std::string> wantedTexts() {
+    const std::string filter = benchmark::GetBenchmarkFilter();
+    if (filter.empty() || filter == "all")
+        return "";
+    if (filter.rfind("texts", 0) == 0)
+        return filter.substr(std::min<std::size_t>(filter.size(), 6));
+    return std::nullopt;
+}
+
 void printHelp() {
     std::puts("orbel_bench [--quick] [--out DIR] [options of Google Benchmark]\n"
               "  --quick    only up to 10,000 leaves, three short repetitions\n"
@@ -176,12 +189,12 @@ int main(int argc, char** argv) {
     const Options options(argc, argv);
 
     // In front of what the caller gives, so that the caller's options win.
-    std::vector<std::string> texts{argv[0], options.quick ? "--benchmark_repetitions=3" : "--benchmark_repetitions=5",
+    std::vector<std::string> given{argv[0], options.quick ? "--benchmark_repetitions=3" : "--benchmark_repetitions=5",
                                    options.quick ? "--benchmark_min_time=0.01" : "--benchmark_min_time=0.05",
                                    "--benchmark_enable_random_interleaving=true"};
-    texts.insert(texts.end(), options.rest.begin(), options.rest.end());
+    given.insert(given.end(), options.rest.begin(), options.rest.end());
     std::vector<char*> arguments;
-    for (std::string& text : texts)
+    for (std::string& text : given)
         arguments.push_back(text.data());
     int count = static_cast<int>(arguments.size());
     arguments.push_back(nullptr);
@@ -200,8 +213,11 @@ int main(int argc, char** argv) {
     printPeers(results, std::cout);
     printOthers(results, std::cout);
     printGrowth(results, std::cout);
+    const std::vector<MeasuredText> texts = measureTexts(wantedTexts());
+    printTexts(texts);
     Goals goals;
     judge(results, goals);
+    judgeTexts(texts, goals);
     if (!goals.empty()) {
         std::cout << "\nGoals. What is short of its limit fails nothing: the table is what to work on.\n\n";
         goals.table().print(std::cout);

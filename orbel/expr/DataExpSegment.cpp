@@ -7,21 +7,20 @@
 #include "ExpressionText.h"
 #include "ExpressionWatch.h"
 
-#include <array>
 #include <cstdio>
 
 namespace {
 
-/// The field at `name` in the nearest enclosing node that has it. Paths can create fields, so this may run callbacks.
+/// The field at `name` in the nearest enclosing node that has it. Paths can create fields, so this may run callbacks,
+/// which must not reach the name.
 DataField* findFrom(FieldRef node, std::string_view name) {
     if (name.size() > limits::maxPathLength)
         return nullptr;
-    std::array<char, limits::maxPathLength + 1> path{};
-    name.copy(path.data(), name.size());
+    text::LentText scratch(expressionState.texts);
     while (node.get()) {
-        // The lookup may cut its text up.
-        auto scratch = path;
-        if (DataField* found = static_cast<DataNode*>(node.get())->getField(scratch.data(), 0, 1))
+        // Each time anew, for the lookup may cut its text up.
+        scratch.get().assign(name);
+        if (DataField* found = static_cast<DataNode*>(node.get())->getField(scratch.get().data(), 0, 1))
             return found;
         if (node.get())
             node = FieldRef(node.get()->getParent());
@@ -95,7 +94,8 @@ const char* DataExpSegment::evaluate(int index, ExpressionWatch& watch) {
 
 const char* DataExpSegment::fieldValue(int index, const ExpressionWatch& watch) {
     if (!m_field.get()) {
-        DataField* found = findFrom(m_context, m_text);
+        const text::LentText name(expressionState.texts, m_text);
+        DataField* found = findFrom(m_context, name.view());
         if (!found || watch.ended())
             return nullptr;
         hold(found);
@@ -112,7 +112,8 @@ const char* DataExpSegment::fieldValue(int index, const ExpressionWatch& watch) 
 
 void DataExpSegment::refresh(ExpressionWatch& watch) {
     watch.callBack(ExpressionWatch::Callback::Handlers, [&] {
-        DataField* field = findFrom(m_context, m_text);
+        const text::LentText name(expressionState.texts, m_text);
+        DataField* field = findFrom(m_context, name.view());
         if (!field || watch.ended())
             return;
         const int size = field->getSize();

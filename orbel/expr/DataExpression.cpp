@@ -9,8 +9,6 @@
 #include "ExpressionText.h"
 #include "ExpressionWatch.h"
 
-#include <algorithm>
-
 namespace {
 
 using HostCommand = int (*)(const char* request, const char** answer);
@@ -42,26 +40,23 @@ void splitEmbedded(std::string_view rest, Text onText, Command onCommand) {
 }
 
 void sendRequest(HostCommand command, std::string_view request) {
-    LentText text(expressionState.hostRequest);
-    text.get().append("-1").append(request.substr(1));
+    text::LentText text(expressionState.texts, "-1");
+    text.get().append(request.substr(1));
     answerOf(command, text.get().c_str());
 }
 
-void runExtended(Orbel& root, HostCommand command, std::string_view written) {
-    written.remove_prefix(std::min(written.find_first_not_of(' '), written.size()));
-    if (written.starts_with("0 ")) {
-        sendRequest(command, written);
-        return;
-    }
-    if (written.starts_with("C ")) {
-        root.parseCopyCommand(std::string(written.substr(2)).data());
-        return;
-    }
-    if (written.starts_with("L ")) {
-        root.parseLinkCommand(std::string(written.substr(2)).data());
-        return;
-    }
-    root.parseCommand(std::string(written).data(), 0);
+void runExtended(Orbel& root, HostCommand command, char* written) {
+    while (*written == ' ')
+        ++written;
+    const std::string_view text = written;
+    if (text.starts_with("0 "))
+        sendRequest(command, text);
+    else if (text.starts_with("C "))
+        root.parseCopyCommand(written + 2);
+    else if (text.starts_with("L "))
+        root.parseLinkCommand(written + 2);
+    else
+        root.parseCommand(written, 0);
 }
 
 } // namespace
@@ -87,18 +82,17 @@ void DataExpression::setHostField(Orbel* root, DataField* hostField) {
 }
 
 void DataExpression::parse(char* text) {
-    const std::string copy(text::viewOf(text));
+    const text::LentText copy(expressionState.texts, text::viewOf(text));
     ExpressionWatch::parsedAnew(*this);
     const ExpressionWatch watch(*this);
-    for (DataExpSegment& segment : m_segments)
-        segment.release();
-    m_count = 0;
+    while (m_count > 0)
+        m_segments[--m_count].release();
     if (DataField* hostField = m_hostField.get())
         m_context = FieldRef(hostField->getParent());
     if (!m_context.get())
         m_context = m_root;
 
-    ExpressionText pieces(copy);
+    ExpressionText pieces(copy.view());
     while (!watch.ended() && m_count < maxSegments) {
         const auto piece = pieces.next();
         if (!piece)
@@ -139,8 +133,11 @@ void DataExpression::addPiece(const ExpressionPiece& piece, const ExpressionWatc
             addSegment(DataExpSegment::Literal, hostField->getFullPath());
         return;
     case Kind::FieldData:
-        if (hostField)
-            addReference(DataExpSegment::FieldReference, std::string("$(") + hostField->getName(), watch);
+        if (hostField) {
+            text::LentText written(expressionState.texts, "$(");
+            written.get().append(hostField->getName());
+            addReference(DataExpSegment::FieldReference, written.view(), watch);
+        }
         return;
     case Kind::Reference:
         addReference(DataExpSegment::FieldReference, piece.text, watch);
@@ -175,15 +172,15 @@ bool DataExpression::gather(int index, std::string& out) {
 
 void DataExpression::appendAnswer(int segment, ExpressionWatch& watch, std::string& out) {
     // A copy, for the query may parse the expression anew while it reads the name, or answer with the name.
-    const std::string name = m_segments[segment].m_text;
+    text::LentText name(expressionState.texts, m_segments[segment].m_text);
     const char* answer = nullptr;
-    watch.callBack(ExpressionWatch::Callback::Query, [&] { answer = m_query->queryVariable(name.c_str()); });
+    watch.callBack(ExpressionWatch::Callback::Query, [&] { answer = m_query->queryVariable(name.get().c_str()); });
     if (!watch.ended())
         out += text::viewOf(answer);
 }
 
 char* DataExpression::evaluate(int index) {
-    LentText text(expressionState.gathering);
+    text::LentText text(expressionState.texts);
     gather(index, text.get());
     expressionState.evaluateResult.assign(text.get());
     return expressionState.evaluateResult.data();
@@ -191,42 +188,41 @@ char* DataExpression::evaluate(int index) {
 
 char* DataExpression::evaluate_Kor_Cmds(char* text, HostCommand command) {
     // Commands may overwrite the buffer that `text` stands in, so it is cut before the first of them runs.
-    const std::string copy(text::viewOf(text));
+    text::LentText copy(expressionState.texts, text::viewOf(text));
     const auto ignore = [](std::string_view) {};
-    splitEmbedded(copy, ignore, [&](std::string_view request) {
-        const std::size_t end = static_cast<std::size_t>(request.data() - copy.data()) + request.size();
-        text[end] = '\0';
-    });
-    std::string result;
+    splitEmbedded(copy.view(), ignore,
+                  [&](std::string_view request) { text[request.data() + request.size() - copy.view().data()] = '\0'; });
+    text::LentText lent(expressionState.texts);
+    std::string& result = lent.get();
     splitEmbedded(
-        copy, [&](std::string_view literal) { result += literal; },
+        copy.view(), [&](std::string_view literal) { result += literal; },
         [&](std::string_view request) {
             result += '=';
-            result += answerOf(command, std::string(request).c_str());
+            result += answerOf(command, copy.cut(request));
             result += ';';
         });
-    expressionState.hostCommandResult = std::move(result);
+    expressionState.hostCommandResult.assign(result);
     return expressionState.hostCommandResult.data();
 }
 
 void DataExpression::execute(int index) {
     const FieldRef root = m_root;
-    std::string text;
-    if (root.get() && gather(index, text) && root.get())
-        static_cast<Orbel*>(root.get())->parseCommand(text.data(), 0);
+    text::LentText text(expressionState.texts);
+    if (root.get() && gather(index, text.get()) && root.get())
+        static_cast<Orbel*>(root.get())->parseCommand(text.get().data(), 0);
 }
 
 void DataExpression::executeExtended(Orbel* root, HostCommand command, int index) {
     const FieldRef tree(root);
-    std::string text;
-    if (!root || !gather(index, text))
+    text::LentText text(expressionState.texts);
+    if (!root || !gather(index, text.get()))
         return;
-    if (text.find(embedded) != std::string::npos)
-        text = evaluate_Kor_Cmds(text.data(), command);
-    for (std::string_view rest = text; tree.get();) {
+    if (text.view().find(embedded) != std::string_view::npos)
+        text.get().assign(evaluate_Kor_Cmds(text.get().data(), command));
+    for (std::string_view rest = text.view(); tree.get();) {
         const std::string_view written = text::cutAt(rest, ';');
         if (written.empty())
             return;
-        runExtended(*static_cast<Orbel*>(tree.get()), command, written);
+        runExtended(*static_cast<Orbel*>(tree.get()), command, text.cut(written));
     }
 }

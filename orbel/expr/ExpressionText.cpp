@@ -75,21 +75,23 @@ std::string_view ExpressionText::secondWord() {
 
 void ExpressionText::findWord() {
     // Words are told apart by all white space, unlike the blanks inside of references.
-    m_nextSpace = std::min(m_text.find_first_of(text::whiteSpace, m_at), m_text.size());
-    const std::size_t start = std::min(m_text.find_first_not_of(text::whiteSpace, m_nextSpace), m_text.size());
-    m_wordBehindSpace = m_text.substr(start, m_text.find_first_of(text::whiteSpace, start) - start);
+    m_nextSpace = text::whiteSpace.findIn(m_text, m_at);
+    const std::size_t start = text::whiteSpace.findOutside(m_text, m_nextSpace);
+    m_wordBehindSpace = m_text.substr(start, text::whiteSpace.findIn(m_text, start) - start);
 }
 
 WrittenReference readReference(std::string_view written) {
     written.remove_prefix(std::min(opening.size(), written.size()));
     text::skipBlanks(written);
     std::string_view word = text::cutAt(written, ')');
-    word = word.substr(0, word.find_first_of(text::blanks));
+    word = word.substr(0, text::blanks.findIn(word));
     WrittenReference reference;
     reference.isIndex = word == "INDEX";
     if (reference.isIndex)
         return reference;
     reference.name = text::cutAt(word, '[');
+    if (word.empty())
+        return reference;
     word = text::cutAt(word, ']');
     reference.range = text::readIndexRange(word);
     return reference;

@@ -1,6 +1,7 @@
 #ifndef ORBEL_HANDLERS_HANDLERSTATE_H
 #define ORBEL_HANDLERS_HANDLERSTATE_H
 
+#include "../foundation/text/LentText.h"
 #include "../tables/AllPluginPreSets.h"
 #include "../tables/CaseTable.h"
 #include "../tables/ConversionTables.h"
@@ -18,6 +19,8 @@ struct HandlerState {
     std::unique_ptr<CaseTable> cases;
     std::shared_ptr<AllPluginPreSets> presets;
     SceneRegistry scenes;
+    /// What converted values are delivered in.
+    text::TextShelf texts;
     /// The operations under way, innermost first.
     BridgeWatch* watches = nullptr;
 };

@@ -8,18 +8,19 @@
 #include "BridgeWatch.h"
 #include "HandlerState.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <iostream>
-#include <iterator>
 
 namespace {
 
 constexpr std::string_view stars = "********************************************************************************";
 
-std::string converted(DataHandler& handler, std::string_view value) {
+/// In the tables, so valid until they are read again.
+std::string_view converted(DataHandler& handler, std::string_view value) {
     const auto& tables = handlerState().conversions;
-    return tables ? tables->lookup(text::viewOf(handler.getConvTableName()), value) : std::string();
+    if (!tables)
+        return {};
+    return tables->lookup(text::viewOf(handler.getConvTableName()), value);
 }
 
 } // namespace
@@ -123,10 +124,13 @@ void IDataHandlerImpl::onChange(DataField& field, bool changed) {
     if (!value)
         return;
     const BridgeWatch watch(*this);
-    if (getUseConvTable() != 0)
-        m_owner->onDataChange(field.getName(), converted(*this, *value).data());
-    else
+    if (getUseConvTable() != 0) {
+        // A copy, for the plug-in may write to what it is given, or have the tables read again.
+        text::LentText text(handlerState().texts, converted(*this, *value));
+        m_owner->onDataChange(field.getName(), text.get().data());
+    } else {
         m_owner->onDataChange(field.getName(), value->data());
+    }
     // Contract: noted behind the plug-in's call, so what reaches it meanwhile counts as the first delivery too.
     if (!watch.ended())
         m_flags = 1;
@@ -140,8 +144,8 @@ void IDataHandlerImpl::onChange(DataField& field, bool changed, int from, int to
     std::vector<std::string> texts;
     if (getUseConvTable() != 0) {
         texts.reserve(values->size());
-        std::transform(values->begin(), values->end(), std::back_inserter(texts),
-                       [&](const std::string& value) { return converted(*this, value); });
+        for (const std::string& value : *values)
+            texts.emplace_back(converted(*this, value));
         values = &texts;
     }
     m_owner->onDataChange(field.getName(), *values, from, to);

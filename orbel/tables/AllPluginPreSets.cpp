@@ -5,21 +5,17 @@
 #include "TableFile.h"
 #include "TableText.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <iostream>
-#include <iterator>
 
 namespace {
 
 constexpr std::size_t shortestLine = 3;
 
 std::vector<std::string> fieldsOf(std::string_view line) {
-    const auto fields = tables::splitFields(line, ',');
     std::vector<std::string> texts;
-    texts.reserve(fields.size());
-    std::transform(fields.begin(), fields.end(), std::back_inserter(texts),
-                   [](std::string_view field) { return std::string(tables::normalizeValue(field)); });
+    texts.reserve(tables::countFields(line, ','));
+    tables::forEachField(line, ',', [&](std::string_view field) { texts.emplace_back(tables::normalizeValue(field)); });
     return texts;
 }
 

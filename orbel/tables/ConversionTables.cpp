@@ -18,7 +18,10 @@ class Reader {
 public:
     template <class OnTable, class OnRow>
     void read(std::string_view line, OnTable onTable, OnRow onRow) {
-        if (const auto table = tables::readName(line, "__TABLE__")) {
+        if (!line.starts_with('_')) {
+            // No marker, as most lines.
+            readRow(line, onRow);
+        } else if (const auto table = tables::readName(line, "__TABLE__")) {
             if (!table->empty())
                 onTable(*table);
         } else if (!readDelimiter(line)) {
@@ -33,23 +36,25 @@ private:
         if (line.find(',') == std::string_view::npos) {
             // Contract: only the first of the delimiters goes; files in use rely on the line end staying one.
             m_delimiters.replace(0, 1, ",");
-            return true;
+        } else {
+            text::cutToken(line, ",");
+            if (const auto token = text::cutToken(line, ","))
+                m_delimiters = token->substr(0, maxDelimiters);
         }
-        text::cutToken(line, ",");
-        if (const auto token = text::cutToken(line, ","))
-            m_delimiters = token->substr(0, maxDelimiters);
+        m_delimiterSet = std::string_view(m_delimiters);
         return true;
     }
 
     template <class OnRow>
     void readRow(std::string_view line, OnRow onRow) const {
-        const auto key = text::cutToken(line, m_delimiters);
-        const auto value = text::cutToken(line, m_delimiters);
+        const auto key = text::cutToken(line, m_delimiterSet);
+        const auto value = text::cutToken(line, m_delimiterSet);
         if (key && value)
             onRow(tables::normalizeKey(*key), tables::normalizeValue(*value));
     }
 
     std::string m_delimiters = ",";
+    text::CharacterSet m_delimiterSet = ",";
 };
 
 } // namespace

@@ -1,7 +1,8 @@
 #ifndef ORBEL_TABLES_CONVERSIONTABLES_H
 #define ORBEL_TABLES_CONVERSIONTABLES_H
 
-#include <cstddef>
+#include "../foundation/text/TextHash.h"
+
 #include <functional>
 #include <map>
 #include <string>
@@ -20,11 +21,7 @@ public:
     const std::string& lookup(std::string_view tableName, std::string_view value) const;
 
 private:
-    struct Hash {
-        using is_transparent = void;
-        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
-    };
-    using Table = std::unordered_map<std::string, std::string, Hash, std::equal_to<>>;
+    using Table = std::unordered_map<std::string, std::string, text::TextHash, std::equal_to<>>;
 
     void readFile(const std::string& path);
     Table& tableFor(std::string_view name);

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <utility>
 
 PluginPreSets::PluginPreSets() = default;
 
@@ -38,11 +39,11 @@ const std::vector<std::string>* PluginPreSets::findRow(const char* presetName) {
     return row == m_rows.end() ? nullptr : &*row;
 }
 
-void PluginPreSets::readLine(const std::vector<std::string>& fields) {
+void PluginPreSets::readLine(std::vector<std::string> fields) {
     if (m_nameColumn == noHeader)
         readHeader(fields);
     else if (m_nameColumn >= 0 && static_cast<int>(fields.size()) > m_nameColumn)
-        m_rows.push_back(fields);
+        m_rows.push_back(std::move(fields));
 }
 
 void PluginPreSets::readHeader(const std::vector<std::string>& fields) {

@@ -33,7 +33,7 @@ private:
 
     static constexpr int noHeader = -999;
 
-    void readLine(const std::vector<std::string>& fields);
+    void readLine(std::vector<std::string> fields);
     void readHeader(const std::vector<std::string>& fields);
 
     std::map<std::string, int> m_columns;

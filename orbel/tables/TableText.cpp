@@ -2,16 +2,17 @@
 
 #include "../foundation/text/Scanner.h"
 
+#include <algorithm>
+
 namespace tables {
 
 namespace {
 
-constexpr std::size_t maxFields = 64;
 constexpr std::size_t shortestToken = 3;
 
-std::string_view withoutEnd(std::string_view text, std::string_view unwanted) {
-    return text.substr(0, text.find_last_not_of(unwanted) + 1);
-}
+constexpr text::CharacterSet keyStart(" \t");
+constexpr text::CharacterSet keyEnd(" \t\n\r");
+constexpr text::CharacterSet lineEnd("\n\r");
 
 bool isMarked(std::string_view line, std::string_view marker) {
     return line.substr(0, marker.size()) == marker && line.find(',') != std::string_view::npos;
@@ -26,13 +27,11 @@ std::optional<std::string_view> tokenBehindMarker(std::string_view line) {
 } // namespace
 
 std::string_view normalizeKey(std::string_view text) {
-    text = withoutEnd(text, " \t\n\r");
-    const std::size_t start = text.find_first_not_of(" \t");
-    return start == std::string_view::npos ? std::string_view() : text.substr(start);
+    return keyStart.skip(keyEnd.dropEnd(text));
 }
 
 std::string_view normalizeValue(std::string_view text) {
-    return withoutEnd(text, "\n\r");
+    return lineEnd.dropEnd(text);
 }
 
 std::optional<Marked> readMarked(std::string_view line, std::string_view marker) {
@@ -51,15 +50,15 @@ std::optional<std::string_view> readName(std::string_view line, std::string_view
     return name;
 }
 
+std::size_t countFields(std::string_view line, char separator) {
+    const auto separators = static_cast<std::size_t>(std::count(line.begin(), line.end(), separator));
+    return std::min(separators + 1, maxFields);
+}
+
 std::vector<std::string_view> splitFields(std::string_view line, char separator) {
     std::vector<std::string_view> fields;
-    while (fields.size() < maxFields) {
-        const std::size_t at = line.find(separator);
-        fields.push_back(line.substr(0, at));
-        if (at == std::string_view::npos)
-            break;
-        line.remove_prefix(at + 1);
-    }
+    fields.reserve(countFields(line, separator));
+    forEachField(line, separator, [&](std::string_view field) { fields.push_back(field); });
     return fields;
 }
 

@@ -1,6 +1,7 @@
 #ifndef ORBEL_TABLES_TABLETEXT_H
 #define ORBEL_TABLES_TABLETEXT_H
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -32,8 +33,24 @@ std::optional<Marked> readMarked(std::string_view line, std::string_view marker)
 /// when there is none. Nothing for any other line.
 std::optional<std::string_view> readName(std::string_view line, std::string_view marker);
 
-/// The fields of a line, at most 64: adjacent separators have an empty field between them, and the text behind the
-/// last one is a field of its own.
+/// The most fields that a line has; what is behind them is left out.
+constexpr std::size_t maxFields = 64;
+
+/// Calls with each field of a line: adjacent separators have an empty field between them, and the text behind the last
+/// one is a field of its own.
+template <class Call>
+void forEachField(std::string_view line, char separator, Call call) {
+    for (std::size_t field = 0; field < maxFields; ++field) {
+        const std::size_t at = line.find(separator);
+        call(line.substr(0, at));
+        if (at == std::string_view::npos)
+            return;
+        line.remove_prefix(at + 1);
+    }
+}
+
+std::size_t countFields(std::string_view line, char separator);
+
 std::vector<std::string_view> splitFields(std::string_view line, char separator);
 
 } // namespace tables

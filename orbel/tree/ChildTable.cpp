@@ -1,6 +1,6 @@
 #include "ChildTable.h"
 
-#include "TextHash.h"
+#include "NameHash.h"
 #include "TreeState.h"
 
 #include <algorithm>
@@ -39,7 +39,7 @@ std::size_t ChildTable::slotOf(std::string_view name, std::uint32_t hash) const 
 
 std::size_t ChildTable::slotOf(std::uint32_t position) const {
     const std::string_view key = keyOf(m_entries[position]);
-    std::size_t slot = slotOf(key, texthash::of(key));
+    std::size_t slot = slotOf(key, namehash::of(key));
     // The name is the field's own buffer, and whoever asked for it can write there.
     for (std::size_t left = m_slots.size(); m_slots[slot].position != position && left > 0; --left)
         slot = left - 1;
@@ -65,7 +65,7 @@ std::uint32_t ChildTable::positionOf(std::string_view name, std::uint32_t hash) 
 }
 
 std::uint32_t ChildTable::positionOf(std::string_view name) const {
-    return positionOf(name, m_slots.empty() ? 0 : texthash::of(name));
+    return positionOf(name, m_slots.empty() ? 0 : namehash::of(name));
 }
 
 bool ChildTable::contains(std::string_view name) const {
@@ -81,7 +81,7 @@ bool ChildTable::insert(DataField& field) {
     if (field.m_listedIn == this)
         return false;
     const std::string_view name = field.getName();
-    const std::uint32_t hash = texthash::of(name);
+    const std::uint32_t hash = namehash::of(name);
     if (positionOf(name, hash) != none)
         return false;
     makeRoom();
@@ -123,7 +123,7 @@ void ChildTable::fillSlots() {
         return;
     for (std::size_t position = m_first; position < m_entries.size(); ++position)
         if (m_entries[position])
-            putIntoSlot({texthash::of(keyOf(m_entries[position])), static_cast<std::uint32_t>(position)});
+            putIntoSlot({namehash::of(keyOf(m_entries[position])), static_cast<std::uint32_t>(position)});
 }
 
 void ChildTable::putIntoSlot(Slot filled) {

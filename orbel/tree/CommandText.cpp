@@ -5,35 +5,42 @@
 #include <algorithm>
 #include <limits>
 
+namespace {
+
+/// What follows the last "[" of a path that ends with "]".
+std::optional<std::string_view> rangeOf(std::string_view path) {
+    if (!path.ends_with(']'))
+        return std::nullopt;
+    const std::size_t bracket = path.rfind('[');
+    if (bracket == std::string_view::npos)
+        return std::nullopt;
+    return path.substr(bracket + 1);
+}
+
+} // namespace
+
 bool SetCommand::cut(char* command) {
     const std::string_view whole(command);
     const std::size_t equals = whole.find('=');
     if (equals == std::string_view::npos)
         return false;
+    const std::string_view pathText = text::trim(whole.substr(0, equals));
+    path = command + (pathText.empty() ? equals : static_cast<std::size_t>(pathText.data() - command));
+    path[pathText.size()] = '\0';
     std::string_view valueText = whole.substr(equals + 1);
     text::skipBlanks(valueText);
-    const std::string_view pathText = text::trim(whole.substr(0, equals));
-
-    path = command + (pathText.empty() ? equals : static_cast<std::size_t>(pathText.data() - command));
     value = command + (whole.size() - valueText.size());
-    path[pathText.size()] = '\0';
-    const std::size_t bracket = pathText.rfind('[');
-    if (!pathText.empty() && pathText.back() == ']' && bracket != std::string_view::npos) {
+    if (const auto range = rangeOf(pathText)) {
         // A copy, for the field's own parse may cut what it is given, and the path is needed whole.
-        m_index = pathText.substr(bracket + 1);
+        m_index = *range;
         indexText = m_index.data();
     }
     return true;
 }
 
-AddressedRange::AddressedRange(std::string_view text) : path(text::trim(text)) {
-    if (path.empty() || path.back() != ']')
-        return;
-    const std::size_t bracket = path.rfind('[');
-    if (bracket == std::string::npos)
-        return;
-    range = path.substr(bracket + 1);
-    path.erase(bracket);
+AddressedRange::AddressedRange(std::string_view text) : path(text::trim(text)), range(rangeOf(path)) {
+    if (range)
+        path.remove_suffix(range->size() + 1);
 }
 
 std::pair<int, int> AddressedRange::valuesOf(DataField& field) const {

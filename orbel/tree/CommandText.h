@@ -1,10 +1,13 @@
 #ifndef ORBEL_TREE_COMMANDTEXT_H
 #define ORBEL_TREE_COMMANDTEXT_H
 
-#include "../foundation/text/FixedText.h"
+#include "../foundation/text/LentText.h"
 #include "../foundation/text/Scanner.h"
 #include "FieldWatch.h"
+#include "TreeState.h"
 
+#include <array>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <utility>
@@ -27,13 +30,13 @@ private:
     std::string m_index;
 };
 
-/// A path that may end in a range in brackets: "list[0-3]".
+/// A path that may end in a range in brackets: "list[0-3]". Its parts lie in the text that it is taken from.
 struct AddressedRange {
     explicit AddressedRange(std::string_view text);
 
-    std::string path;
+    std::string_view path;
     /// The text behind the "[", with its "]".
-    std::optional<std::string> range;
+    std::optional<std::string_view> range;
 
     /// The first index and the number of values that the first segment of the range selects.
     std::pair<int, int> valuesOf(DataField& field) const;
@@ -41,19 +44,23 @@ struct AddressedRange {
     std::vector<DataField*> fieldsOf(DataNode& node) const;
 };
 
-/// Calls `run` with a copy of each command of a list, until the node is destroyed.
+/// Calls `run` with each command of a copy of the list, until the node is destroyed. Commands may be cut up in place.
 template <class Run>
 void runList(DataField& node, const char* list, Run run) {
     if (!list)
         return;
     const FieldWatch watch(node);
-    const std::string copy(list);
-    std::string_view rest = copy;
-    text::skipBlanks(rest);
-    while (!rest.empty() && !watch.ended()) {
-        std::string command(text::cutListItem(rest, ';'));
-        run(command.data());
-        text::skipBlanks(rest);
+    text::LentText copy(treeState.texts, list);
+    text::ListScanner commands(copy.view());
+    commands.skipBlanks();
+    // Several are cut off before they run: to read a text right behind the write that ends it makes the processor wait.
+    std::array<char*, 16> next{};
+    while (!commands.atEnd() && !watch.ended()) {
+        std::size_t count = 0;
+        for (; count < next.size() && !commands.atEnd(); commands.skipBlanks())
+            next[count++] = copy.cut(commands.cut(';'));
+        for (std::size_t at = 0; at < count && !watch.ended(); ++at)
+            run(next[at]);
     }
 }
 

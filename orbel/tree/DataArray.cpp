@@ -6,6 +6,7 @@
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
 #include "DumpRange.h"
+#include "DumpUnderWay.h"
 #include "FieldWatch.h"
 #include "HandlerList.h"
 #include "Limits.h"
@@ -41,6 +42,7 @@ const char* DataArray::getTypeName() {
 }
 
 void DataArray::dump(std::ostream& os, int first, int last, int withName) {
+    DumpUnderWay dump(os);
     const DumpRange range(getSize(), first, last);
     if (withName != 0) {
         indent(os);
@@ -61,10 +63,12 @@ void DataArray::dump(std::ostream& os, int first, int last, int withName) {
     // Contract: an empty array lowers the level it has not raised; readers of dumps expect it.
     decrIndent();
     indent(os);
-    os << "};\n" << std::flush;
+    os << "};\n";
+    dump.endFlushed();
 }
 
 void DataArray::dumpXML(std::ostream& os) {
+    DumpUnderWay dump(os);
     indent(os);
     os << '<' << getName() << " type=" << text::viewOf(getObjectTypeName()) << ">\n";
     incrIndent();
@@ -74,7 +78,8 @@ void DataArray::dumpXML(std::ostream& os) {
     }
     decrIndent();
     indent(os);
-    os << "</" << getName() << ">\n" << std::flush;
+    os << "</" << getName() << ">\n";
+    dump.endFlushed();
 }
 
 void DataArray::ClearLinks() {

@@ -3,10 +3,10 @@
 #include <orbel/foundation/DataRootClassType.h>
 
 #include "../foundation/text/FixedText.h"
+#include "../foundation/text/Writer.h"
 #include "ChildTable.h"
 #include "TreeState.h"
 
-#include <iomanip>
 #include <ostream>
 
 int DataBaseType::indentation = 0;
@@ -45,7 +45,7 @@ int DataBaseType::decrIndent() {
 }
 
 void DataBaseType::indent(std::ostream& os) {
-    os << std::setw(indentation) << std::setfill('\t') << "";
+    text::writeTabs(os, indentation);
 }
 
 DataBaseType::DataBaseType(char* name) : m_type(classType), m_name{} {

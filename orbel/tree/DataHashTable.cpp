@@ -4,6 +4,7 @@
 
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
+#include "DumpUnderWay.h"
 #include "FieldWatch.h"
 
 #include <algorithm>
@@ -113,6 +114,7 @@ void DataHashTable::setObjectData(char* data, char* key) {
 }
 
 void DataHashTable::dumpKeys(std::ostream& os, char* keys, int withName) {
+    DumpUnderWay dump(os);
     std::vector<std::string> list;
     if (keys) {
         std::string_view rest(keys);
@@ -138,5 +140,6 @@ void DataHashTable::dumpKeys(std::ostream& os, char* keys, int withName) {
         }
     decrIndent();
     indent(os);
-    os << "};\n" << std::flush;
+    os << "};\n";
+    dump.endFlushed();
 }

@@ -15,28 +15,33 @@
 #include "TreeState.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 
 /// What commands call the root of a tree, in any letter case.
 constexpr std::string_view rootName = "Orbel";
 
+bool isNode(DataField& field) {
+    // Most fields are values, which is told sooner than what they derive from.
+    return field.isExactType(DataValue::getClassType()) == 0 && field.isOfType(DataNode::getClassType()) != 0;
+}
+
 bool mayRepeat() {
     return treeState.repeatedText <= limits::maxRepeatedText;
 }
 
 /// Counts the command when it is part of a repetition.
-bool mayRun(std::string_view command) {
+bool mayRun(const char* command) {
     if (treeState.repetitionDepth == 0)
         return true;
-    treeState.repeatedText += std::max(limits::minRepeatedText, static_cast<long long>(command.size()));
+    const auto length = static_cast<long long>(text::viewOf(command).size());
+    treeState.repeatedText += std::max(limits::minRepeatedText, length);
     return mayRepeat();
 }
 
-void repeat(DataNode& node, std::string command, int index) {
+void repeat(DataNode& node, text::LentText& command, int index) {
     const NestedCall repetition(treeState.repetitionDepth);
-    node.executeCommand(command.data(), index);
+    node.executeCommand(command.get().data(), index);
 }
 
 } // namespace
@@ -103,14 +108,16 @@ void DataNode::dumpData(char* paths, int /*ignored*/, std::ostream& os) {
     std::string_view rest = text::viewOf(paths);
     while (!rest.empty()) {
         text::skipBlanks(rest);
-        dumpField(std::string(text::cutAt(rest, ';')).data(), os);
+        text::LentText path(treeState.texts, text::cutAt(rest, ';'));
+        dumpField(path.get().data(), os);
     }
 }
 
 void DataNode::dumpField(char* path, std::ostream& os) {
-    AddressedRange address(text::viewOf(path));
+    text::LentText copy(treeState.texts, text::viewOf(path));
+    const AddressedRange address(copy.view());
     DataField* field =
-        text::equalsIgnoringCase(address.path, rootName) ? findRoot() : getField(address.path.data(), 0, 0);
+        text::equalsIgnoringCase(address.path, rootName) ? findRoot() : getField(copy.cut(address.path), 0, 0);
     if (!field)
         return;
     if (!address.range) {
@@ -182,13 +189,19 @@ void DataNode::executeCommand(char* command, int index) {
         treeState.repeatedText = 0;
     if (!mayRun(command))
         return;
-    const FieldWatch watch(*this);
-    walkTargets([&](DataField& target) {
-        if (target.isOfType(DataNode::getClassType()) != 0)
-            repeat(static_cast<DataNode&>(target), command, index);
-    });
+    if (targetsIfAny()) {
+        const FieldWatch watch(*this);
+        walkTargets([&](DataField& target) {
+            if (!isNode(target))
+                return;
+            text::LentText copy(treeState.texts, command);
+            repeat(static_cast<DataNode&>(target), copy, index);
+        });
+        if (watch.ended())
+            return;
+    }
     SetCommand parts;
-    if (watch.ended() || !parts.cut(command))
+    if (!parts.cut(command))
         return;
     // Not every look-up gets as far as clearing what an earlier one has left.
     treeState.wildcard = false;
@@ -202,7 +215,12 @@ void DataNode::executeCommand(char* command, int index) {
     broadcast(*treeState.lastSearched, treeState.wildcardRest, parts.value, index);
 }
 
-void DataNode::broadcast(DataNode& node, const std::string& rest, const std::string& value, int index) {
+void DataNode::broadcast(DataNode& node, std::string_view rest, std::string_view value, int index) {
+    // Copies, for the first is where the next "*" is reported, and the second may stand in a text of a handler.
+    const text::LentText keptRest(treeState.texts, rest);
+    const text::LentText keptValue(treeState.texts, value);
+    rest = keptRest.view();
+    value = keptValue.view();
     std::vector<DataField*> children;
     node.getFieldsVector(&children);
     treeState.repeatedText += static_cast<long long>(children.size() * sizeof(void*));
@@ -210,13 +228,13 @@ void DataNode::broadcast(DataNode& node, const std::string& rest, const std::str
     const FieldListWatch childrenWatch(children);
     for (std::size_t at = 0; at < children.size() && !watch.ended() && mayRepeat(); ++at) {
         DataField* child = children[at];
-        if (!child || child->getParent() != &node || (!rest.empty() && child->isOfType(getClassType()) == 0))
+        if (!child || child->getParent() != &node || (!rest.empty() && !isNode(*child)))
             continue;
-        std::string command = child->getName();
+        text::LentText command(treeState.texts, child->getName());
         if (!rest.empty())
-            command += '/' + rest;
-        command += " = " + value;
-        repeat(node, std::move(command), index);
+            command.get().append("/").append(rest);
+        command.get().append(" = ").append(value);
+        repeat(node, command, index);
     }
 }
 
@@ -230,22 +248,25 @@ void DataNode::getFieldsByRange(char* /*range*/, std::vector<DataField*>* out) {
 }
 
 void DataNode::executeCopyCommand(char* command) {
-    std::string_view sourceText = text::viewOf(command);
-    if (sourceText.find('=') == std::string_view::npos)
+    text::LentText copy(treeState.texts, text::viewOf(command));
+    const std::size_t equals = copy.view().find('=');
+    if (equals == std::string_view::npos)
         return;
-    AddressedRange to(text::cutAt(sourceText, '='));
-    AddressedRange from(sourceText);
+    const AddressedRange to(copy.view().substr(0, equals));
+    const AddressedRange from(copy.view().substr(equals + 1));
+    char* const targetPath = copy.cut(to.path);
+    char* const sourcePath = copy.cut(from.path);
     const FieldWatch watch(*this);
-    DataField* target = getField(to.path.data(), 0, 1);
+    DataField* target = getField(targetPath, 0, 1);
     if (!target || watch.ended())
         return;
     const FieldWatch targetWatch(*target);
-    DataField* source = getField(from.path.data(), 0, 1);
+    DataField* source = getField(sourcePath, 0, 1);
     if (!source || targetWatch.ended())
         return;
 
-    const bool targetIsNode = target->isOfType(getClassType()) != 0;
-    if (targetIsNode != (source->isOfType(getClassType()) != 0))
+    const bool targetIsNode = isNode(*target);
+    if (targetIsNode != isNode(*source))
         return;
     if (!targetIsNode) {
         const auto [sourceStart, sourceCount] = from.valuesOf(*source);
@@ -269,16 +290,24 @@ void DataNode::parseCopyCommand(char* textToRun) {
 }
 
 void DataNode::executeClearField(char* path) {
-    std::string whole(text::trim(text::viewOf(path)));
-    const AddressedRange address(whole);
-    DataField* field = text::equalsIgnoringCase(whole, rootName) ? findRoot() : getField(whole.data(), 0, 0);
+    const std::string_view written = text::viewOf(path);
+    const std::string_view trimmed = text::trim(written);
+    const bool endsThere = path && trimmed.data() + trimmed.size() == written.data() + written.size();
+    text::LentText copy(treeState.texts, endsThere ? std::string_view() : trimmed);
+    char* const whole = endsThere ? path + (written.size() - trimmed.size()) : copy.get().data();
+    AddressedRange address(trimmed);
+    // A copy, for the look-up may overwrite the text that it is given.
+    const std::string range(address.range.value_or(std::string_view()));
+    if (address.range)
+        address.range = range;
+    DataField* field = text::equalsIgnoringCase(trimmed, rootName) ? findRoot() : getField(whole, 0, 0);
     if (!field)
         return;
     if (!address.range) {
         field->clearData();
         return;
     }
-    if (field->isOfType(getClassType()) == 0)
+    if (!isNode(*field))
         return;
     std::vector<DataField*> fields = address.fieldsOf(*static_cast<DataNode*>(field));
     const FieldListWatch watch(fields);
@@ -295,10 +324,10 @@ void DataNode::executeClearCommand(char* textToRun) {
         executeClearField(std::string(rootName).data());
         return;
     }
-    const std::string copy(rest);
+    text::LentText copy(treeState.texts, rest);
     const FieldWatch watch(*this);
-    for (rest = copy; !rest.empty() && !watch.ended();)
-        executeClearField(std::string(text::trim(text::cutAt(rest, ';'))).data());
+    for (rest = copy.view(); !rest.empty() && !watch.ended();)
+        executeClearField(copy.cut(text::trim(text::cutAt(rest, ';'))));
 }
 
 void DataNode::setData(char* /*value*/, int /*index*/) {}

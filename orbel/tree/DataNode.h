@@ -3,6 +3,8 @@
 
 #include <orbel/tree/DataField.h>
 
+#include <string_view>
+
 /// A field with children. Declares the child interface with answers that do nothing; DataStructure, DataArray and
 /// DataHashTable supply them. Texts given as `char*` are not changed unless the operation says so.
 class ORBEL_API DataNode : public DataField {
@@ -71,7 +73,7 @@ protected:
     DataNode* findRoot();
 
 private:
-    static void broadcast(DataNode& node, const std::string& rest, const std::string& value, int index);
+    static void broadcast(DataNode& node, std::string_view rest, std::string_view value, int index);
 };
 
 #endif

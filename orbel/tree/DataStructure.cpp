@@ -7,8 +7,10 @@
 
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
+#include "../foundation/text/Writer.h"
 #include "ChildTable.h"
 #include "CommandText.h"
+#include "DumpUnderWay.h"
 #include "ExactClass.h"
 #include "FieldCreation.h"
 #include "FieldPath.h"
@@ -101,23 +103,30 @@ const char* DataStructure::getTypeName() {
 }
 
 void DataStructure::dump(std::ostream& os, int first, int last, int withName) {
+    DumpUnderWay dump(os);
+    DataType* const valueType = DataValue::getClassType();
+    DataType* const nodeType = DataNode::getClassType();
     indent(os);
-    if (withName != 0)
-        os << getName() << " =";
-    os << "{\n";
+    if (withName != 0) {
+        text::write(os, getName());
+        text::write(os, " =");
+    }
+    text::write(os, "{");
     incrIndent();
     m_children->forEach([&](const char*, DataField& child) {
-        if (child.isOfType(DataNode::getClassType()) == 0)
-            indent(os);
+        if (child.isExactType(valueType) != 0 || child.isOfType(nodeType) == 0)
+            text::writeLineEnd(os, getIndent());
+        else
+            text::write(os, "\n");
         child.dump(os, first, last, 1);
-        os << '\n';
     });
-    decrIndent();
-    indent(os);
-    os << '}';
+    text::writeLineEnd(os, decrIndent());
+    text::write(os, "}");
+    dump.end();
 }
 
 void DataStructure::dumpXML(std::ostream& os) {
+    DumpUnderWay dump(os);
     indent(os);
     os << '<' << getName() << ">\n";
     incrIndent();
@@ -127,7 +136,8 @@ void DataStructure::dumpXML(std::ostream& os) {
     });
     decrIndent();
     indent(os);
-    os << "</" << getName() << ">\n" << std::flush;
+    os << "</" << getName() << ">\n";
+    dump.endFlushed();
 }
 
 void DataStructure::dump() {
@@ -656,9 +666,11 @@ void DataStructure::dumpListOfFields() {
 }
 
 void DataStructure::dumpInternal(std::ostream& os, int first, int last) {
+    DumpUnderWay dump(os);
     m_children->forEach([&](const char*, DataField& child) {
         writeLabel(os, child);
         child.dump(os, first, last, 1);
         os << (child.isOfType(DataObject::classType) != 0 ? ";\n" : "\n");
     });
+    dump.end();
 }

@@ -4,10 +4,13 @@
 #include <orbel/tree/DataHandler.h>
 
 #include "../foundation/text/FixedText.h"
+#include "../foundation/text/Writer.h"
 #include "DumpRange.h"
+#include "DumpUnderWay.h"
 #include "FieldTies.h"
 #include "FieldWatch.h"
 #include "Limits.h"
+#include "TreeState.h"
 
 #include <algorithm>
 #include <cstring>
@@ -94,15 +97,30 @@ const char* DataValue::getTypeName() {
 }
 
 void DataValue::dump(std::ostream& os, int first, int last, int withName) {
+    DumpUnderWay dump(os);
     const DumpRange range(getSize(), first, last);
+    text::LentText line(treeState.texts);
+    std::string& rest = line.get();
     if (withName != 0) {
-        os << getName();
-        range.writeIndex(os);
-        os << '=';
+        rest += getName();
+        range.appendIndex(rest);
+        rest += '=';
     }
-    for (int index = range.from(); index <= range.to(); ++index)
-        os << (index == range.from() ? "" : ",") << *getData(index);
-    os << ';' << std::flush;
+    for (int index = range.from(); index <= range.to(); ++index) {
+        if (index != range.from())
+            rest += ',';
+        rest += *getData(index);
+    }
+    rest += ';';
+    std::string_view toWrite = rest;
+    if (os.width() != 0) {
+        // A width that the caller has set is for the name alone.
+        const std::size_t name = withName != 0 ? text::viewOf(getName()).size() : 0;
+        os << toWrite.substr(0, name);
+        toWrite.remove_prefix(name);
+    }
+    text::write(os, toWrite);
+    dump.endFlushed();
 }
 
 void DataValue::dumpXML(std::ostream& os) {

@@ -1,7 +1,6 @@
 #include "DumpRange.h"
 
-#include <ostream>
-#include <string>
+#include "../foundation/text/Writer.h"
 
 DumpRange::DumpRange(int size, int first, int last) : m_size(size) {
     if (size < 2)
@@ -14,10 +13,19 @@ DumpRange::DumpRange(int size, int first, int last) : m_size(size) {
 }
 
 void DumpRange::writeIndex(std::ostream& os) const {
+    std::string index;
+    appendIndex(index);
+    text::write(os, index);
+}
+
+void DumpRange::appendIndex(std::string& out) const {
     if (m_size < 2)
         return;
-    os << '[' << std::to_string(m_first);
-    if (m_first != m_last)
-        os << '-' << std::to_string(m_last);
-    os << ']';
+    out += '[';
+    text::appendNumber(out, m_first);
+    if (m_first != m_last) {
+        out += '-';
+        text::appendNumber(out, m_last);
+    }
+    out += ']';
 }

@@ -1,7 +1,7 @@
 #ifndef ORBEL_TREE_PATHCACHE_H
 #define ORBEL_TREE_PATHCACHE_H
 
-#include "TextHash.h"
+#include "NameHash.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -44,7 +44,7 @@ public:
         const std::uint64_t mark = markOf(asked, path);
         const Entry* entry = m_entries + home(mark);
         while (entry->mark != mark || entry->asked != &asked || entry->length != path.size() ||
-               !texthash::areShortEqual(entry->path, path.data(), path.size())) {
+               !namehash::areShortEqual(entry->path, path.data(), path.size())) {
             if (isFree(*entry))
                 return nullptr;
             if (++entry == m_entries + m_capacity)
@@ -68,7 +68,7 @@ private:
     static constexpr std::uint64_t firstEpoch = std::uint64_t{1} << 32U;
 
     std::uint64_t markOf(const DataStructure& asked, std::string_view path) const {
-        return m_epoch | texthash::of(path, reinterpret_cast<std::uintptr_t>(&asked));
+        return m_epoch | namehash::of(path, reinterpret_cast<std::uintptr_t>(&asked));
     }
     std::size_t home(std::uint64_t mark) const {
         return static_cast<std::size_t>(((mark & UINT32_MAX) * m_capacity) >> 32U);

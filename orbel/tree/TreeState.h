@@ -1,8 +1,10 @@
 #ifndef ORBEL_TREE_TREESTATE_H
 #define ORBEL_TREE_TREESTATE_H
 
+#include "../foundation/text/LentText.h"
 #include "PathCache.h"
 
+#include <iosfwd>
 #include <string>
 
 class DataStructure;
@@ -21,6 +23,8 @@ struct TreeState {
     PathCache paths;
     /// The result of DataField::getFullPath.
     std::string fullPath;
+    /// What commands are cut up in.
+    text::TextShelf texts;
     /// The operations under way, innermost first.
     FieldWatch* watches = nullptr;
     FieldListWatch* listWatches = nullptr;
@@ -33,6 +37,9 @@ struct TreeState {
     long long repeatedText = 0;
     /// How many links in a row the change under way has been passed along.
     int linkDepth = 0;
+    /// Where the dump under way is written, and whether its parts leave the flush to it.
+    std::ostream* dumpStream = nullptr;
+    bool dumpFlushesOnce = false;
 };
 
 extern TreeState treeState;

@@ -20,9 +20,14 @@ bool startsComment(std::string_view rest) {
 /// The first word of a field statement; `rest` becomes what follows the blank behind it.
 std::string_view cutWord(std::string_view& rest) {
     text::skipBlanks(rest);
-    const std::string_view word = rest.substr(0, rest.find_first_of(text::blanks));
+    const std::string_view word = rest.substr(0, text::blanks.findIn(rest));
     rest.remove_prefix(word.size());
     return word;
+}
+
+bool isKnown(std::string_view type) {
+    // Most fields are texts, which are known in any table.
+    return type == "string" || (!type.empty() && typesState.knownNames.find(type) != typesState.knownNames.end());
 }
 
 } // namespace
@@ -30,14 +35,15 @@ std::string_view cutWord(std::string_view& rest) {
 TypeParser::TypeParser(TypeParseListener& listener) : m_listener(&listener) {}
 
 void TypeParser::parseTypes(std::string_view text, DataObjectTypesTable& table) {
-    text::skipBlanks(text);
-    while (!text.empty()) {
-        if (startsComment(text)) {
-            text::cutListItem(text, '\n');
+    text::ListScanner statements(text);
+    statements.skipBlanks();
+    while (!statements.atEnd()) {
+        if (startsComment(statements.rest())) {
+            statements.cut('\n');
             continue;
         }
-        parseTypeStatement(text::cutListItem(text, ';'), table);
-        text::skipBlanks(text);
+        parseTypeStatement(statements.cut(';'), table);
+        statements.skipBlanks();
     }
 }
 
@@ -92,7 +98,7 @@ bool TypeParser::parseField(std::string_view statement, DataObjectField& field) 
     std::string_view defaultValue = statement;
     std::string_view declaration = text::cutAt(defaultValue, '=');
     const std::string_view type = cutWord(declaration);
-    if (type.empty() || typesState.knownNames.find(type) == typesState.knownNames.end()) {
+    if (!isKnown(type)) {
         if (!statement.empty())
             m_listener->onFieldIgnored(statement);
         return false;

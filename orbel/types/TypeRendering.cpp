@@ -1,10 +1,10 @@
 #include "TypeRendering.h"
 
+#include "../foundation/text/Writer.h"
 #include "TypeLimits.h"
 #include "TypesState.h"
 
 #include <algorithm>
-#include <iomanip>
 #include <ostream>
 
 namespace rendering {
@@ -35,7 +35,7 @@ bool Expansion::isPossible(const DataObjectType& type) {
 }
 
 void writeIndentation(std::ostream& os) {
-    os << std::setw(typesState.indentation) << std::setfill('\t') << "";
+    text::writeTabs(os, typesState.indentation);
 }
 
 } // namespace rendering

@@ -35,6 +35,12 @@ void* operator new[](std::size_t size) {
     return counted(size);
 }
 
+// Algorithms that want room without needing it ask in this way.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    ++allocations;
+    return size > largestAllocation ? nullptr : std::malloc(size > 0 ? size : 1);
+}
+
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }

@@ -23,8 +23,15 @@ public:
     std::optional<std::string_view> next();
 
 private:
+    bool readOn();
+    std::string_view take(std::size_t size);
+
     files::File m_file;
+    std::size_t m_limit;
     std::string m_buffer;
+    /// What of the buffer has been read and not been handed out.
+    std::string_view m_rest;
+    bool m_mayHoldNul = false;
 };
 
 } // namespace text

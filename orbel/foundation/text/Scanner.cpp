@@ -10,6 +10,7 @@ namespace text {
 namespace {
 
 constexpr std::string_view doubledQuote = "\"\"";
+constexpr std::string_view nestingMarks = "{}\"";
 
 bool isDigit(char character) {
     return character >= '0' && character <= '9';
@@ -18,8 +19,7 @@ bool isDigit(char character) {
 /// Follows braces and doubled quotes through a text.
 class Nesting {
 public:
-    /// How many characters from `at` on belong together; counts them. Looks at plain characters only once, for lists
-    /// of commands are long.
+    /// How many characters from `at` on belong together; counts them.
     std::size_t take(std::string_view text, std::size_t at) {
         switch (text[at]) {
         case '"':
@@ -48,39 +48,18 @@ private:
 
 } // namespace
 
-void skipBlanks(std::string_view& rest) {
-    const std::size_t start = rest.find_first_not_of(blanks);
-    rest.remove_prefix(start == std::string_view::npos ? rest.size() : start);
-}
-
-std::string_view trim(std::string_view text) {
-    skipBlanks(text);
-    return text.substr(0, text.find_last_not_of(" \t") + 1);
-}
-
-std::string_view cutAt(std::string_view& rest, char separator) {
-    const std::size_t at = rest.find(separator);
-    const std::string_view before = rest.substr(0, at);
-    rest = at == std::string_view::npos ? std::string_view() : rest.substr(at + 1);
-    return before;
-}
-
 std::string_view cutFolder(std::string_view& rest) {
-    std::string_view folder = cutAt(rest, ';');
-    folder = folder.substr(0, folder.find_last_not_of(whiteSpace) + 1);
-    return folder.substr(std::min(folder.find_first_not_of(whiteSpace), folder.size()));
+    return whiteSpace.skip(whiteSpace.dropEnd(cutAt(rest, ';')));
 }
 
-std::optional<std::string_view> cutToken(std::string_view& rest, std::string_view separators) {
-    const std::size_t start = rest.find_first_not_of(separators);
-    if (start == std::string_view::npos) {
+std::optional<std::string_view> cutToken(std::string_view& rest, const CharacterSet& separators) {
+    rest.remove_prefix(separators.findOutside(rest));
+    if (rest.empty()) {
         rest = {};
         return std::nullopt;
     }
-    rest.remove_prefix(start);
-    const std::size_t end = rest.find_first_of(separators);
-    const std::string_view token = rest.substr(0, end);
-    rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    const std::string_view token = rest.substr(0, separators.findIn(rest));
+    rest.remove_prefix(std::min(token.size() + 1, rest.size()));
     return token;
 }
 
@@ -98,8 +77,7 @@ int readNumber(std::string_view text) {
 }
 
 int readSignedNumber(std::string_view text) {
-    const std::size_t start = text.find_first_not_of(whiteSpace);
-    text.remove_prefix(start == std::string_view::npos ? text.size() : start);
+    text = whiteSpace.skip(text);
     const bool isNegative = text.substr(0, 1) == "-";
     if (isNegative || text.substr(0, 1) == "+")
         text.remove_prefix(1);
@@ -140,6 +118,40 @@ std::string_view cutListItem(std::string_view& rest, char separator) {
     return item;
 }
 
+NestingMarks::NestingMarks(std::string_view text) : m_text(text) {
+    for (std::size_t kind = 0; kind < m_next.size(); ++kind)
+        m_next[kind] = std::min(m_text.find(nestingMarks[kind]), m_text.size());
+    m_first = *std::min_element(m_next.begin(), m_next.end());
+}
+
+void NestingMarks::goOn(std::size_t from) {
+    for (std::size_t kind = 0; kind < m_next.size(); ++kind)
+        if (m_next[kind] < from)
+            m_next[kind] = std::min(m_text.find(nestingMarks[kind], from), m_text.size());
+    m_first = *std::min_element(m_next.begin(), m_next.end());
+}
+
+std::string_view ListScanner::cut(char separator) {
+    Nesting nesting;
+    for (std::size_t at = m_at; at < m_list.size();) {
+        const std::size_t mark = m_marks.next(at);
+        if (nesting.isOutside()) {
+            const std::size_t end = m_list.substr(at, mark - at).find(separator);
+            if (end != std::string_view::npos)
+                return take(at + end);
+        }
+        at = mark == m_list.size() ? mark : mark + nesting.take(m_list, mark);
+    }
+    return take(m_list.size());
+}
+
+/// The text up to `end`; goes on behind the separator there.
+std::string_view ListScanner::take(std::size_t end) {
+    const std::string_view item = m_list.substr(m_at, end - m_at);
+    m_at = std::min(end + 1, m_list.size());
+    return item;
+}
+
 std::optional<std::string_view> behindBrace(std::string_view text) {
     const std::size_t open = text.find('{');
     if (open == std::string_view::npos)
@@ -153,7 +165,8 @@ std::optional<std::string_view> braceGroup(std::string_view text) {
         return std::nullopt;
     text.remove_prefix(open);
     Nesting nesting;
-    for (std::size_t at = 0; at < text.size();) {
+    NestingMarks marks(text);
+    for (std::size_t at = 0; at < text.size(); at = marks.next(at)) {
         const std::size_t taken = nesting.take(text, at);
         if (nesting.isOutside() && text[at] == '}')
             return text.substr(1, at - 1);
@@ -173,7 +186,7 @@ std::optional<std::string_view> readValueToken(std::string_view& rest) {
     skipBlanks(rest);
     if (rest.empty())
         return std::nullopt;
-    if (rest.substr(0, 2) != doubledQuote)
+    if (!rest.starts_with(doubledQuote))
         return cutAt(rest, ',');
     rest.remove_prefix(2);
     const std::size_t close = findClosingQuote(rest, 0);

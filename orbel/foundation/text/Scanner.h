@@ -1,6 +1,9 @@
 #ifndef ORBEL_FOUNDATION_TEXT_SCANNER_H
 #define ORBEL_FOUNDATION_TEXT_SCANNER_H
 
+#include "CharacterSet.h"
+
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string_view>
@@ -10,25 +13,37 @@
 namespace text {
 
 /// Blanks are space, tab, line feed and carriage return.
-constexpr std::string_view blanks = " \t\n\r";
+inline constexpr CharacterSet blanks(" \t\n\r");
 
-void skipBlanks(std::string_view& rest);
+inline void skipBlanks(std::string_view& rest) {
+    rest.remove_prefix(blanks.findOutside(rest));
+}
 
 /// Drops leading blanks and trailing spaces and tabs. Contract: line ends at the end stay.
-std::string_view trim(std::string_view text);
+inline std::string_view trim(std::string_view text) {
+    skipBlanks(text);
+    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
+        text.remove_suffix(1);
+    return text;
+}
 
 /// All white space, for what is trimmed or split by it alone.
-constexpr std::string_view whiteSpace = " \t\n\v\f\r";
+inline constexpr CharacterSet whiteSpace(" \t\n\v\f\r");
 
 /// Cuts the next name off a list of folders separated by ";", without white space at both ends.
 std::string_view cutFolder(std::string_view& rest);
 
 /// Cuts at the first `separator`: returns the text before it, `rest` becomes the text behind it. Without a separator
 /// the whole text is returned and `rest` becomes empty.
-std::string_view cutAt(std::string_view& rest, char separator);
+inline std::string_view cutAt(std::string_view& rest, char separator) {
+    const std::size_t at = rest.find(separator);
+    const std::string_view before = rest.substr(0, at);
+    rest = at == std::string_view::npos ? std::string_view() : rest.substr(at + 1);
+    return before;
+}
 
 /// Consumes the next token; any number of separators in a row counts as one. Nothing when no token is left.
-std::optional<std::string_view> cutToken(std::string_view& rest, std::string_view separators);
+std::optional<std::string_view> cutToken(std::string_view& rest, const CharacterSet& separators);
 
 /// The decimal number after leading blanks, at most the largest int; -1 when the text does not go on with a digit.
 int readNumber(std::string_view text);
@@ -51,6 +66,46 @@ IndexRange readIndexRange(std::string_view& rest);
 /// Consumes the text before the first `separator` outside braces and outside doubled quotes, and the separator.
 /// A surplus "}" keeps everything behind it together.
 std::string_view cutListItem(std::string_view& rest, char separator);
+
+/// Where the braces and doubled quotes of a text are. Looks for each kind only as far as the next one.
+class NestingMarks {
+public:
+    explicit NestingMarks(std::string_view text);
+
+    /// The first one at or behind `from`, the size of the text when there is none. Only goes on, never back.
+    std::size_t next(std::size_t from) {
+        if (m_first < from)
+            goOn(from);
+        return m_first;
+    }
+
+private:
+    void goOn(std::size_t from);
+
+    std::string_view m_text;
+    std::array<std::size_t, 3> m_next{};
+    std::size_t m_first = 0;
+};
+
+/// Goes through a list, item by item, as cutListItem does, but faster: time does not depend on how much text there is
+/// between separators, braces and quotes.
+class ListScanner {
+public:
+    explicit ListScanner(std::string_view list) : m_list(list), m_marks(list) {}
+
+    bool atEnd() const { return m_at == m_list.size(); }
+    /// What is left; an empty text at the end.
+    std::string_view rest() const { return m_list.substr(m_at); }
+    void skipBlanks() { m_at = blanks.findOutside(m_list, m_at); }
+    std::string_view cut(char separator);
+
+private:
+    std::string_view take(std::size_t end);
+
+    std::string_view m_list;
+    NestingMarks m_marks;
+    std::size_t m_at = 0;
+};
 
 /// The text between the first "{" and its "}", or up to the end when that is missing; nothing without a "{".
 std::optional<std::string_view> braceGroup(std::string_view text);

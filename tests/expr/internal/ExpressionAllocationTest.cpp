@@ -40,3 +40,35 @@ TEST(ExpressionAllocation, NoneToLookForMissingNames) {
     stage.evaluate();
     EXPECT_EQ(allocationsOf([&] { stage.expression.evaluate(0); }), 0);
 }
+
+TEST(ExpressionAllocation, NoneToExecuteAgain) {
+    ExpressionStage stage;
+    stage.parse("near/host = a text of the same length; a = $(INDEX)$(INDEX)");
+    stage.expression.execute(7);
+    EXPECT_LE(allocationsOf([&] { stage.expression.execute(7); }), 1) << "the field's copy of a long text";
+    EXPECT_STREQ(stage.a()->getData(0)->c_str(), "77");
+}
+
+TEST(ExpressionAllocation, NoneToSendRequestsAgain) {
+    ExpressionStage stage;
+    const auto command = [](const char* request, const char** answer) {
+        *answer = request;
+        return 0;
+    };
+    stage.parse("0 a command that is longer than a string object holds;a = ==0 GET;C a = near/host");
+    stage.expression.executeExtended(&stage.root, command, 0);
+    EXPECT_EQ(allocationsOf([&] { stage.expression.executeExtended(&stage.root, command, 0); }), 0);
+}
+
+TEST(ExpressionAllocation, NoneToAskAQueryForALongName) {
+    class Answers : public DataVariableQuery {
+    public:
+        const char* queryVariable(const char* name) override { return name; }
+    } answers;
+    ExpressionStage stage;
+    stage.expression.registerVariableQuery(&answers);
+    stage.parse("$(a_name_that_is_longer_than_a_string_object_holds)");
+    stage.evaluate();
+    EXPECT_EQ(allocationsOf([&] { stage.expression.evaluate(0); }), 0);
+    EXPECT_EQ(stage.evaluate(), "a_name_that_is_longer_than_a_string_object_holds");
+}

@@ -147,3 +147,56 @@ TEST_F(Allocation, NoneToGetText) {
     EXPECT_EQ(allocationsOf([&] { tree.root.getFieldSize(path, &size); }), 0);
     EXPECT_EQ(size, 1);
 }
+
+namespace {
+
+/// Runs a list twice; how many allocations the second time makes.
+template <class Run>
+int allocationsOfRunningAgain(Run run) {
+    run();
+    return allocationsOf(run);
+}
+
+} // namespace
+
+TEST_F(Allocation, NoneToRunAListOfCommandsAgain) {
+    tree.scene->addField(new DataValue(Text("a_name_longer_than_a_string_holds")), 0);
+    Text list("scene/title = short text; scene/a_name_longer_than_a_string_holds = 1; missing = 2; points[1]/x = 3;");
+    EXPECT_EQ(allocationsOfRunningAgain([&] { tree.root.parseCommand(list, 0); }), 0);
+    EXPECT_EQ(*tree.title->getData(0), "short text");
+    EXPECT_EQ(*tree.at("scene/a_name_longer_than_a_string_holds")->getData(0), "1");
+    EXPECT_EQ(*tree.xOfPoint(1)->getData(0), "3");
+}
+
+TEST_F(Allocation, NoneToPassCommandsOnToALinkedNode) {
+    Owned<DataStructure> follower(Text("follower"));
+    follower.addField(new DataValue(Text("title")), 0);
+    tree.scene->addTargetLink(&follower);
+    Text list("title = of both scenes;");
+    EXPECT_EQ(allocationsOfRunningAgain([&] { tree.scene->parseCommand(list, 0); }), 0);
+    EXPECT_EQ(*follower.getField(Text("title"), 0, 0)->getData(0), "of both scenes");
+}
+
+TEST_F(Allocation, NoneToRunAListOfCopiesOfValuesAgain) {
+    tree.scene->addField(new DataValue(Text("copy_of_the_title_of_the_scene")), 0);
+    Text list("scene/copy_of_the_title_of_the_scene = scene/title; points[0]/x[0] = points[1]/x;");
+    EXPECT_EQ(allocationsOfRunningAgain([&] { tree.root.parseCopyCommand(list); }), 0);
+    EXPECT_EQ(*tree.at("scene/copy_of_the_title_of_the_scene")->getData(0), first);
+}
+
+TEST_F(Allocation, NoneToRunAListOfClearsAgain) {
+    Text list(" scene/title ; points[0]/x; missing/field/with/a/long/path");
+    EXPECT_EQ(allocationsOfRunningAgain([&] { tree.root.executeClearCommand(list); }), 0);
+    EXPECT_EQ(*tree.title->getData(0), "");
+}
+
+TEST_F(Allocation, NoneToDumpATreeIntoRoomThatIsThere) {
+    class Nowhere : public std::streambuf {
+    protected:
+        int_type overflow(int_type character) override { return traits_type::not_eof(character); }
+        std::streamsize xsputn(const char* /*text*/, std::streamsize length) override { return length; }
+    } nowhere;
+    std::ostream os(&nowhere);
+    tree.title->setSize(3);
+    EXPECT_EQ(allocationsOfRunningAgain([&] { tree.scene->dump(os, -1, -1, 1); }), 0);
+}

@@ -1,12 +1,12 @@
-#ifndef ORBEL_TREE_TEXTHASH_H
-#define ORBEL_TREE_TEXTHASH_H
+#ifndef ORBEL_TREE_NAMEHASH_H
+#define ORBEL_TREE_NAMEHASH_H
 
 #include <cstdint>
 #include <cstring>
 #include <string_view>
 
 /// Hashes of names and paths, eight characters at a time.
-namespace texthash {
+namespace namehash {
 
 template <class Word>
 std::uint64_t load(const char* text) {
@@ -70,6 +70,6 @@ inline bool areShortEqual(const char* left, const char* right, std::size_t size)
     return different == 0;
 }
 
-} // namespace texthash
+} // namespace namehash
 
 #endif

@@ -1,0 +1,51 @@
+#ifndef ORBEL_FOUNDATION_TEXT_CHARACTERSET_H
+#define ORBEL_FOUNDATION_TEXT_CHARACTERSET_H
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace text {
+
+/// Characters that texts are searched for. One look at a table for each character of the text, where the searches of
+/// std::string_view go through the whole set.
+class CharacterSet {
+public:
+    // Not explicit: scanners are called with the characters themselves.
+    constexpr CharacterSet(std::string_view characters) {
+        for (const char character : characters)
+            m_contains[static_cast<unsigned char>(character)] = true;
+    }
+    constexpr CharacterSet(const char* characters) : CharacterSet(std::string_view(characters)) {}
+
+    constexpr bool contains(char character) const { return m_contains[static_cast<unsigned char>(character)]; }
+
+    /// Where the first character of the set, or outside of it, is from `from` on; the size of the text when there is
+    /// none.
+    constexpr std::size_t findIn(std::string_view text, std::size_t from = 0) const {
+        while (from < text.size() && !contains(text[from]))
+            ++from;
+        return from;
+    }
+    constexpr std::size_t findOutside(std::string_view text, std::size_t from = 0) const {
+        while (from < text.size() && contains(text[from]))
+            ++from;
+        return from;
+    }
+
+    /// The text without the characters of the set at its beginning, or at its end.
+    constexpr std::string_view skip(std::string_view text) const { return text.substr(findOutside(text)); }
+    constexpr std::string_view dropEnd(std::string_view text) const {
+        std::size_t size = text.size();
+        while (size > 0 && contains(text[size - 1]))
+            --size;
+        return text.substr(0, size);
+    }
+
+private:
+    std::array<bool, 256> m_contains{};
+};
+
+} // namespace text
+
+#endif
