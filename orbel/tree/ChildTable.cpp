@@ -19,22 +19,34 @@ const char* ChildTable::keyOf(const Entry& entry) {
     return entry.second() ? entry.second()->key.c_str() : entry.first()->getName();
 }
 
-bool ChildTable::isNamed(const Entry& entry, std::string_view name) {
-    const char* key = keyOf(entry);
-    return std::strncmp(key, name.data(), name.size()) == 0 && key[name.size()] == '\0';
+inline bool ChildTable::isNamed(const Entry& entry, std::string_view name) {
+    if (const Renamed* renamed = entry.second())
+        return renamed->key == name;
+    const char* key = entry.first()->m_name;
+    return name.size() < sizeof entry.first()->m_name && namehash::areEqual(key, name.data(), name.size()) &&
+           key[name.size()] == '\0';
 }
 
 bool ChildTable::comesBefore(const Entry& left, const Entry& right) {
     return std::strcmp(keyOf(left), keyOf(right)) < 0;
 }
 
-std::size_t ChildTable::slotOf(std::string_view name, std::uint32_t hash) const {
+inline std::size_t ChildTable::slotOf(std::string_view name, std::uint32_t hash) const {
     const std::size_t mask = m_slots.size() - 1;
     for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
         const Slot& candidate = m_slots[slot];
         if (candidate.position == none || (candidate.hash == hash && isNamed(m_entries[candidate.position], name)))
             return slot;
     }
+}
+
+inline std::uint32_t ChildTable::positionOf(std::string_view name, std::uint32_t hash) const {
+    if (!m_slots.empty())
+        return m_slots[slotOf(name, hash)].position;
+    for (std::size_t position = m_first; position < m_entries.size(); ++position)
+        if (m_entries[position] && isNamed(m_entries[position], name))
+            return static_cast<std::uint32_t>(position);
+    return none;
 }
 
 std::size_t ChildTable::slotOf(std::uint32_t position) const {
@@ -53,15 +65,6 @@ std::uint32_t ChildTable::positionOf(const DataField& field) const {
         return position;
     const auto found = std::find(m_entries.begin(), m_entries.end(), entry);
     return static_cast<std::uint32_t>(found - m_entries.begin());
-}
-
-std::uint32_t ChildTable::positionOf(std::string_view name, std::uint32_t hash) const {
-    if (!m_slots.empty())
-        return m_slots[slotOf(name, hash)].position;
-    for (std::size_t position = m_first; position < m_entries.size(); ++position)
-        if (m_entries[position] && isNamed(m_entries[position], name))
-            return static_cast<std::uint32_t>(position);
-    return none;
 }
 
 std::uint32_t ChildTable::positionOf(std::string_view name) const {

@@ -249,6 +249,8 @@ void DataField::registerHandler(DataHandler* handler) {
 
 /// Nothing has changed, but somebody has joined.
 void DataField::tellHandlers() {
+    if (m_dataInitialized == 0)
+        return;
     if (const int size = getSize(); size != 1)
         fireHandlers(false, 0, size - 1);
     else

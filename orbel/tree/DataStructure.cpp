@@ -247,7 +247,7 @@ DataField* DataStructure::findChild(std::string_view name) {
 class DataStructure::Resolution {
 public:
     Resolution(DataStructure& start, const char* path, int index, int flag)
-        : m_at(&start), m_path(path), m_index(index), m_flag(flag) {}
+        : m_at(&start), m_path(path), m_index(index), m_flag(flag), m_isOwn(isOwn(start)) {}
 
     DataField* run() {
         DataField* found = nullptr;
@@ -284,21 +284,29 @@ private:
         return child ? descend(*child, segment.indexText, rest, found) : Next::End;
     }
 
-    Next create(PathSegment segment, const char* rest, DataField*& found) {
+    Next create(const PathSegment& segment, const char* rest, DataField*& found) {
         m_isPlain = false;
+        if (DataField* child = m_isOwn ? m_at->findOrCreateQuietly(*segment.kind, segment.name) : nullptr)
+            return descend(*child, segment.indexText, rest, found);
+        return createAloud(found);
+    }
+
+    Next createAloud(DataField*& found) {
         // Creating and marking run callbacks, and the path may stand in a buffer that those write to.
         if (!m_isCopied) {
             text::copyCut(m_copy, m_path);
-            rest = m_copy;
-            segment = cutSegment(rest);
+            m_path = m_copy;
             m_isCopied = true;
         }
+        const char* rest = m_path;
+        const PathSegment segment = cutSegment(rest);
         const FieldWatch watch(*m_at);
         DataField* child = m_at->findOrCreate(*segment.kind, segment.name);
         return child && !watch.ended() ? descend(*child, segment.indexText, rest, found) : Next::End;
     }
 
-    Next descend(DataField& child, std::optional<std::string_view> indexText, const char* rest, DataField*& found) {
+    Next descend(DataField& child, const std::optional<std::string_view>& indexText, const char* rest,
+                 DataField*& found) {
         found = &child;
         if (child.isExactType(DataValue::classType) != 0 || child.isOfType(DataNode::getClassType()) == 0)
             return Next::End;
@@ -307,7 +315,9 @@ private:
             return enterTable(static_cast<DataHashTable&>(child), indexText, rest, found);
         if (!rest)
             return Next::End;
-        const int start = indexText ? text::readIndexRange(*indexText).start : 0;
+        int start = 0;
+        if (std::string_view range = indexText.value_or(""); indexText)
+            start = text::readIndexRange(range).start;
         if (isStructure || !isExactly<DataArray>(child))
             return enter(static_cast<DataNode&>(child), rest, start, found);
         found = nullptr;
@@ -315,7 +325,7 @@ private:
         return element ? enter(*element, rest, start, found) : Next::End;
     }
 
-    Next enterTable(DataHashTable& table, std::optional<std::string_view> indexText, const char* rest,
+    Next enterTable(DataHashTable& table, const std::optional<std::string_view>& indexText, const char* rest,
                     DataField*& found) {
         if (!indexText)
             return Next::End;
@@ -341,12 +351,13 @@ private:
 
     /// Classes of clients may find their fields in a way of their own.
     Next enter(DataNode& node, const char* rest, int index, DataField*& found) {
-        if (!isExactly<DataStructure>(node) && !isExactly<DataObject>(node) && !isExactly<Orbel>(node)) {
+        if (!isOwn(node)) {
             m_isPlain = false;
             found = node.getField(const_cast<char*>(rest), index, 1);
             return Next::End;
         }
         found = nullptr;
+        m_isOwn = true;
         m_at = static_cast<DataStructure*>(&node);
         m_path = rest;
         m_index = index;
@@ -354,10 +365,16 @@ private:
         return Next::Segment;
     }
 
+    static bool isOwn(const DataNode& node) {
+        return isExactly<DataStructure>(node) || isExactly<Orbel>(node) || isExactly<DataObject>(node);
+    }
+
     DataStructure* m_at;
     const char* m_path;
     int m_index;
     int m_flag;
+    /// Whether the structure is of the library's own class.
+    bool m_isOwn;
     bool m_isPlain = true;
     bool m_isCopied = false;
     char m_copy[limits::maxPathLength + 1];
@@ -405,6 +422,29 @@ void DataStructure::setObjectTypeOf(DataField& child, std::string_view kind) {
         static_cast<DataObject&>(child).setObjectType(std::string(kind).data());
     else if (child.isOfType(DataArray::getClassType()) != 0)
         static_cast<DataArray&>(child).setObjectType(std::string(kind).data());
+}
+
+/// The way of nearly all paths that build a tree, where nobody is called: the structure is of the library's own class,
+/// and the child is there and marked, or is a new value or structure. Null for all other cases, in which nothing is
+/// done.
+DataField* DataStructure::findOrCreateQuietly(std::string_view kind, std::string_view name) {
+    if (kind == hashTableKind)
+        return nullptr;
+    name = limits::cutName(name);
+    if (DataField* child = findChild(name)) {
+        const bool isPlainChild =
+            child->isExactType(DataValue::classType) != 0 || child->isExactType(DataStructure::classType) != 0;
+        if (!isPlainChild || !child->m_handlers.hasMarkerInFront())
+            return nullptr;
+        DataStructure::addField(child, -1);
+        return child;
+    }
+    if ((kind != "string" && kind != "node") || !mayGoDeeper(*this))
+        return nullptr;
+    std::unique_ptr<DataField> child = createField(kind, name);
+    child->m_handlers.appendMarker(*child);
+    DataStructure::addField(child.get(), -1);
+    return child.release();
 }
 
 DataField* DataStructure::findOrCreate(std::string_view kind, std::string_view name) {

@@ -119,6 +119,7 @@ private:
     bool setFoundData(char* path, char* value);
     bool getFoundData(char* path, char** value);
     DataField* resolve(char* path, std::size_t length, int index, int flag);
+    DataField* findOrCreateQuietly(std::string_view kind, std::string_view name);
     DataField* findOrCreate(std::string_view kind, std::string_view name);
     static void setObjectTypeOf(DataField& child, std::string_view kind);
     static void disposeIfUnused(DataField* field);

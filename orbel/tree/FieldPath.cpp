@@ -2,53 +2,72 @@
 
 #include "../foundation/text/Scanner.h"
 
+#include <array>
+
 namespace {
 
 std::string_view between(const char* from, const char* to) {
     return {from, static_cast<std::size_t>(to - from)};
 }
 
-/// Goes to the end of the segment, in one pass.
-template <class IsEnd>
-PathSegment scanSegment(const char*& at, const char* limit, IsEnd isEnd) {
-    const char* name = at;
-    const char* kind = nullptr;
+/// By character: whether it means something in a path.
+constexpr auto hasMeaning = [] {
+    std::array<bool, 256> table{};
+    for (const char c : {'\0', '/', ':', '['})
+        table[static_cast<unsigned char>(c)] = true;
+    return table;
+}();
+
+/// Where a segment is to be cut: its ":" and the first "[" behind it, if there are any.
+struct Cuts {
+    const char* colon = nullptr;
     const char* bracket = nullptr;
-    for (; at != limit; ++at) {
-        // All that means something comes before the letters of most names.
-        if (*at > '[')
-            continue;
-        if (isEnd(at))
-            break;
-        if (*at == ':' && !kind) {
-            kind = name;
-            name = at + 1;
+
+    void note(const char* at) {
+        if (*at == ':' && !colon) {
+            colon = at;
             bracket = nullptr;
         } else if (*at == '[' && !bracket) {
             bracket = at;
         }
     }
-    PathSegment result;
-    if (kind)
-        result.kind = between(kind, name - 1);
-    result.name = between(name, bracket ? bracket : at);
-    if (bracket)
-        result.indexText = between(bracket + 1, at);
-    return result;
-}
+
+    PathSegment segment(const char* start, const char* end) const {
+        PathSegment result;
+        const char* name = start;
+        if (colon) {
+            result.kind = between(start, colon);
+            name = colon + 1;
+        }
+        result.name = between(name, bracket ? bracket : end);
+        if (bracket)
+            result.indexText = between(bracket + 1, end);
+        return result;
+    }
+};
 
 } // namespace
 
 PathSegment readSegment(std::string_view segment) {
-    const char* at = segment.data();
-    return scanSegment(at, at + segment.size(), [](const char*) { return false; });
+    Cuts cuts;
+    for (const char& character : segment)
+        cuts.note(&character);
+    return cuts.segment(segment.data(), segment.data() + segment.size());
 }
 
 PathSegment cutSegment(const char*& path) {
-    const char* at = path;
-    const PathSegment result = scanSegment(at, nullptr, [](const char* here) { return *here == '/' || *here == '\0'; });
+    const char* start = path;
+    const char* at = start;
+    Cuts cuts;
+    while (true) {
+        while (!hasMeaning[static_cast<unsigned char>(*at)])
+            ++at;
+        if (*at == '/' || *at == '\0')
+            break;
+        cuts.note(at++);
+    }
     path = *at == '/' ? at + 1 : nullptr;
-    return result;
+    return cuts.segment(start, at);
 }
 
 std::string_view keyOf(std::string_view indexText) {

@@ -70,6 +70,10 @@ inline bool areShortEqual(const char* left, const char* right, std::size_t size)
     return different == 0;
 }
 
+inline bool areEqual(const char* left, const char* right, std::size_t size) {
+    return size <= 32 ? areShortEqual(left, right, size) : std::memcmp(left, right, size) == 0;
+}
+
 } // namespace namehash
 
 #endif

@@ -27,13 +27,11 @@ OwnerSet::~OwnerSet() {
     delete m_owners.second();
 }
 
-bool OwnerSet::insert(void* owner) {
+bool OwnerSet::insertAnother(void* owner) {
     if (!m_owners && fitsAlone(owner)) {
         m_owners = decltype(m_owners)::ofFirst(owner);
         return true;
     }
-    if (m_owners && m_owners.first() == owner)
-        return false;
     if (Many* many = m_owners.second())
         return many->insert(owner).second;
     auto many = std::make_unique<Many>();

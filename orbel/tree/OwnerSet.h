@@ -14,11 +14,13 @@ public:
     ~OwnerSet();
 
     /// False when it was there already.
-    bool insert(void* owner);
+    bool insert(void* owner) { return (!m_owners || m_owners.first() != owner) && insertAnother(owner); }
     /// False when it was not there.
     bool erase(void* owner);
 
 private:
+    bool insertAnother(void* owner);
+
     using Many = std::set<void*>;
 
     EitherPointer<void, Many> m_owners;
