@@ -7,7 +7,13 @@
 #include <cstring>
 #include <new>
 
+ChildTable::ChildTable() {
+    ++treeState.childTables;
+}
+
 ChildTable::~ChildTable() {
+    if (--treeState.childTables == 0)
+        treeState.paths.release();
     for (const Entry& entry : m_entries) {
         delete entry.second();
         if (DataField* field = entry.first())

@@ -21,7 +21,7 @@ class ChildTable {
 public:
     int owners = 0;
 
-    ChildTable() = default;
+    ChildTable();
     ChildTable(const ChildTable&) = delete;
     ChildTable& operator=(const ChildTable&) = delete;
     ~ChildTable();

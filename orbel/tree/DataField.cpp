@@ -121,7 +121,8 @@ DataField* DataField::clone() {
 void DataField::parse(char* indexSpec, char* textToRead) {
     std::string_view tokens = text::viewOf(textToRead);
     if (!indexSpec) {
-        setData(std::string(text::readValueToken(tokens).value_or("")).c_str());
+        text::LentText value(treeState.texts, text::readValueToken(tokens).value_or(""));
+        setData(static_cast<const char*>(value.chars()));
         return;
     }
     const FieldWatch watch(*this);
@@ -134,7 +135,8 @@ void DataField::parse(char* indexSpec, char* textToRead) {
             const auto token = text::readValueToken(tokens);
             if (!token)
                 return;
-            setData(std::string(*token).c_str(), range.start);
+            text::LentText value(treeState.texts, *token);
+            setData(static_cast<const char*>(value.chars()), range.start);
             continue;
         }
         std::vector<std::string> values;
@@ -307,9 +309,12 @@ template <class Call>
 void DataField::walkList(int first, Call call) {
     const FieldWatch watch(*this);
     const SharedPart<HandlerList> list(m_handlers.list());
-    for (int at = first; !watch.ended() && at < list->size(); ++at)
-        if (DataHandler* handler = list->made(at))
+    for (auto at = static_cast<std::size_t>(first); at < list->handlers().size(); ++at) {
+        if (DataHandler* handler = list->handlers()[at])
             call(*handler);
+        if (watch.ended())
+            return;
+    }
 }
 
 void DataField::fireHandlers(bool changed) {

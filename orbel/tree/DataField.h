@@ -135,7 +135,7 @@ private:
     /// Null when nothing was ever linked to this field.
     LinkTargets* targetsIfAny() const;
     template <class Call>
-    void walkTargets(Call call);
+    bool walkTargets(Call call);
     void setSource(DataField* source);
     void shareFrom(const DataField& other);
 

@@ -221,7 +221,8 @@ void DataNode::broadcast(DataNode& node, std::string_view rest, std::string_view
     const text::LentText keptValue(treeState.texts, value);
     rest = keptRest.view();
     value = keptValue.view();
-    std::vector<DataField*> children;
+    text::Lent<std::vector<DataField*>> list(treeState.fieldLists);
+    std::vector<DataField*>& children = list.get();
     node.getFieldsVector(&children);
     treeState.repeatedText += static_cast<long long>(children.size() * sizeof(void*));
     const FieldWatch watch(node);

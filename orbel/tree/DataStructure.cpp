@@ -658,15 +658,17 @@ bool DataStructure::getFieldData(char* path, std::vector<char*>* out, int from, 
 
 bool DataStructure::addLink(char* sourcePath, char* targetPath) {
     const FieldWatch watch(*this);
-    std::vector<DataField*> source(1, getField(sourcePath, 0, 1));
-    const FieldListWatch sourceWatch(source);
+    DataField* source = getField(sourcePath, 0, 1);
     if (watch.ended())
         return false;
+    std::optional<FieldWatch> sourceWatch;
+    if (source)
+        sourceWatch.emplace(*source);
     // Contract: a kind in the target's path creates also when there is no source to follow.
     DataField* target = getField(targetPath, 0, 1);
-    if (!target || !source.front())
+    if (!target || !source || sourceWatch->ended())
         return false;
-    source.front()->addTargetLink(target);
+    source->addTargetLink(target);
     return true;
 }
 
@@ -691,12 +693,15 @@ void DataStructure::executeLinkCommand(char* command) {
         removeLink(command + 1);
         return;
     }
-    std::string_view source = whole;
-    std::string target(text::trim(text::cutAt(source, '=')));
+    if (whole.find('=') == std::string_view::npos)
+        return;
+    text::LentText copied(treeState.texts, whole);
+    std::string_view sourceText = whole;
+    text::LentText target(treeState.texts, text::trim(text::cutAt(sourceText, '=')));
+    text::LentText source(treeState.texts, text::trim(sourceText));
     const FieldWatch watch(*this);
-    if (whole.find('=') != std::string_view::npos && addLink(std::string(text::trim(source)).data(), target.data()) &&
-        !watch.ended())
-        executeCopyCommand(std::string(whole).data());
+    if (addLink(source.chars(), target.chars()) && !watch.ended())
+        executeCopyCommand(copied.chars());
 }
 
 void DataStructure::dumpListOfFields() {

@@ -52,6 +52,22 @@ inline bool DataValue::storeAt(std::string_view value, std::size_t index) {
     return changed;
 }
 
+/// Tells the observers, who are one or none nearly always.
+inline void DataValue::fire(bool changed) {
+    if (m_handlers.list()) {
+        fireListFrom(0, changed);
+        return;
+    }
+    DataHandler* handler = m_handlers.single();
+    if (!handler)
+        return;
+    const FieldWatch watch(*this);
+    const int next = m_handlers.size();
+    handler->onChange(*this, changed);
+    if (!watch.ended() && m_handlers.list())
+        fireListFrom(next, changed);
+}
+
 DataType* DataValue::classType = nullptr;
 
 void DataValue::init() {
@@ -159,34 +175,25 @@ DataField* DataValue::clone() {
 }
 
 void DataValue::setData(const char* value) {
-    // The way of nearly every change: one text, nobody who follows, no observer or one that wants to hear of every
-    // store.
-    if (m_texts || !m_handlers.isSimple() || targetsIfAny()) {
+    // The way of nearly every change: one text, nobody who follows, and observers that want to hear of every store.
+    if (m_texts || m_handlers.notifyCount() != 0 || targetsIfAny()) {
         setAmongOthers(value);
         return;
     }
     write(m_text, text::viewOf(value));
     m_dataInitialized = 1;
-    DataHandler* handler = m_handlers.single();
-    if (!handler)
-        return;
-    const FieldWatch watch(*this);
-    const int next = m_handlers.size();
-    handler->onChange(*this, true);
-    if (!watch.ended() && m_handlers.list())
-        fireListFrom(next, true);
+    fire(true);
 }
 
 void DataValue::setAmongOthers(const char* value) {
-    const FieldWatch watch(*this);
-    DataField::setData(value);
-    if (watch.ended())
+    // Not by a call of DataField::setData: along a chain of links every call counts.
+    if (!walkTargets([&](DataField& target) { target.setData(value); }))
         return;
     // The vector is the client's too.
     if (m_texts && m_texts->list.empty())
         m_texts->list.resize(1);
     m_dataInitialized = 1;
-    fireHandlers(storeAt(text::viewOf(value), 0));
+    fire(storeAt(text::viewOf(value), 0));
 }
 
 void DataValue::setData(const char* value, int index) {

@@ -19,14 +19,14 @@ inline LinkTargets* DataField::targetsIfAny() const {
     return m_ties && m_ties->targets ? &*m_ties->targets : nullptr;
 }
 
-/// Calls `call` on each target of the links, by position.
+/// Calls `call` on each target of the links, by position. False when the field has died meanwhile.
 template <class Call>
-void DataField::walkTargets(Call call) {
+bool DataField::walkTargets(Call call) {
     if (!targetsIfAny())
-        return;
+        return true;
     // Callbacks may destroy the field, or make it a copy of another.
     const SharedPart<LinkTargets> list = m_ties->targets;
-    list->walk(*this, call);
+    return list->walk(*this, call);
 }
 
 #endif

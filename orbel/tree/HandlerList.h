@@ -24,6 +24,7 @@ public:
 
     int size() const { return static_cast<int>(m_handlers.size()); }
     /// Null where the marker stands that nobody has asked for.
+    const std::vector<DataHandler*>& handlers() const { return m_handlers; }
     DataHandler* made(int index) const { return m_handlers[static_cast<std::size_t>(index)]; }
     /// The marker is made, for this field, when it stands there.
     DataHandler* at(DataField& field, int index);

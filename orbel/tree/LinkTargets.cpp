@@ -2,30 +2,49 @@
 
 #include <orbel/tree/DataField.h>
 
+#include <algorithm>
+
+std::size_t LinkTargets::positionOf(const DataField* field) const {
+    if (m_positions.empty())
+        return static_cast<std::size_t>(std::find(m_targets.begin(), m_targets.end(), field) - m_targets.begin());
+    const auto found = m_positions.find(field);
+    return found == m_positions.end() ? m_targets.size() : found->second;
+}
+
 void LinkTargets::append(DataField* field) {
-    m_targets.emplace_hint(m_targets.end(), ++m_lastTurn, field);
-    m_turns.emplace(field, m_lastTurn);
+    m_targets.push_back(field);
+    ++m_live;
+    if (m_targets.size() <= fewTargets)
+        return;
+    if (!m_positions.empty())
+        m_positions.emplace(field, m_targets.size() - 1);
+    else
+        for (std::size_t position = m_first; position < m_targets.size(); ++position)
+            if (m_targets[position])
+                m_positions.emplace(m_targets[position], position);
 }
 
 void LinkTargets::remove(const DataField* field) {
-    const auto found = m_turns.find(field);
-    if (found == m_turns.end())
+    const std::size_t position = field ? positionOf(field) : m_targets.size();
+    if (position == m_targets.size())
         return;
     for (Walk* walk = m_walks; walk; walk = walk->outer)
-        if (found->second <= walk->turn)
+        if (position < walk->next)
             ++walk->skips;
-    m_targets.erase(found->second);
-    m_turns.erase(found);
+    m_targets[position] = nullptr;
+    m_positions.erase(field);
+    --m_live;
+    while (m_first < m_targets.size() && !m_targets[m_first])
+        ++m_first;
+    if (!m_walks && m_targets.size() > 2 * m_live + fewTargets)
+        dropHoles();
 }
 
-DataField* LinkTargets::next(Walk& walk) const {
-    auto target = m_targets.upper_bound(walk.turn);
-    for (; walk.skips > 0 && target != m_targets.end(); --walk.skips)
-        ++target;
-    if (target == m_targets.end())
-        return nullptr;
-    walk.turn = target->first;
-    return target->second;
+void LinkTargets::dropHoles() {
+    m_targets.erase(std::remove(m_targets.begin(), m_targets.end(), nullptr), m_targets.end());
+    m_first = 0;
+    for (std::size_t position = 0; position < m_targets.size() && !m_positions.empty(); ++position)
+        m_positions[m_targets[position]] = position;
 }
 
 void LinkTargets::releaseSilent(const DataField& source) {

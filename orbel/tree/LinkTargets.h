@@ -7,9 +7,9 @@
 #include "TreeState.h"
 
 #include <cstddef>
-#include <map>
 #include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 class DataField;
 
@@ -19,9 +19,9 @@ class LinkTargets {
 public:
     int owners = 0;
 
-    bool empty() const { return m_targets.empty(); }
-    DataField* front() const { return m_targets.begin()->second; }
-    bool contains(const DataField* field) const { return m_turns.count(field) != 0; }
+    bool empty() const { return m_live == 0; }
+    DataField* front() const { return m_targets[m_first]; }
+    bool contains(const DataField* field) const { return positionOf(field) != m_targets.size(); }
     void append(DataField* field);
     void remove(const DataField* field);
 
@@ -32,24 +32,25 @@ public:
     void releaseSilent(const DataField& source);
 
     /// False when no field can name the owner of this list, or one of its clones, as its source.
-    bool isFollowed() const { return !m_targets.empty() || !m_silent.empty(); }
+    bool isFollowed() const { return m_live != 0 || !m_silent.empty(); }
 
     /// Calls `call` on each target by position: targets appended meanwhile are reached, and one is skipped for each
-    /// that is removed at or before the position of the walk. Ends when `source` dies; the caller keeps the list
-    /// alive.
+    /// that is removed at or before the position of the walk. Ends when `source` dies, which is false; the caller keeps
+    /// the list alive.
     template <class Call>
-    void walk(DataField& source, Call call) const {
+    bool walk(DataField& source, Call call) const {
         const NestedCall depth(treeState.linkDepth);
         if (depth.isDeeperThan(limits::maxLinkDepth))
-            return;
+            return true;
         const FieldWatch watch(source);
         Walk walk(m_walks);
         while (!watch.ended()) {
             DataField* target = next(walk);
             if (!target)
-                return;
+                return true;
             call(*target);
         }
+        return false;
     }
 
 private:
@@ -60,7 +61,8 @@ private:
         Walk& operator=(const Walk&) = delete;
         ~Walk() { m_innermost = outer; }
 
-        std::size_t turn = 0;
+        /// The position behind the target that was called last.
+        std::size_t next = 0;
         std::size_t skips = 0;
         Walk* outer;
 
@@ -68,12 +70,26 @@ private:
         Walk*& m_innermost;
     };
 
-    DataField* next(Walk& walk) const;
+    /// So few are looked through faster than hashed.
+    static constexpr std::size_t fewTargets = 8;
 
-    /// By their turns, which count up from 1.
-    std::map<std::size_t, DataField*> m_targets;
-    std::unordered_map<const DataField*, std::size_t> m_turns;
-    std::size_t m_lastTurn = 0;
+    DataField* next(Walk& walk) const {
+        while (walk.next < m_targets.size())
+            if (DataField* target = m_targets[walk.next++])
+                if (walk.skips == 0 || walk.skips-- == 0)
+                    return target;
+        return nullptr;
+    }
+    std::size_t positionOf(const DataField* field) const;
+    void dropHoles();
+
+    /// In order; null for those that were removed, which are dropped when no walk is under way.
+    std::vector<DataField*> m_targets;
+    /// Where each stands; empty while there are few.
+    std::unordered_map<const DataField*, std::size_t> m_positions;
+    std::size_t m_live = 0;
+    /// None before this one is left.
+    std::size_t m_first = 0;
     std::unordered_set<DataField*> m_silent;
     mutable Walk* m_walks = nullptr;
 };

@@ -30,6 +30,12 @@ void PathCache::insert(DataStructure& asked, std::string_view path, DataField& f
     ++m_used;
 }
 
+void PathCache::release() {
+    if (m_entries != &s_nothing)
+        delete[] m_entries;
+    *this = PathCache();
+}
+
 PathCache::Entry& PathCache::freeEntry(std::uint64_t mark) {
     std::size_t at = home(mark);
     while (!isFree(m_entries[at]))

@@ -62,6 +62,9 @@ public:
             dropAll();
     }
 
+    /// Drops everything and gives the memory back.
+    void release();
+
 private:
     static constexpr std::size_t firstEntries = 64;
     static constexpr std::size_t maxEntries = 3'000'000;

@@ -6,7 +6,9 @@
 
 #include <iosfwd>
 #include <string>
+#include <vector>
 
+class DataField;
 class DataStructure;
 class FieldListWatch;
 class FieldWatch;
@@ -19,12 +21,15 @@ struct TreeState {
     /// Set when a resolution met "*"; `wildcardRest` is then what follows "*/".
     bool wildcard = false;
     char wildcardRest[1000] = {};
-    /// Where plain paths have led to.
+    /// Where plain paths have led to. Takes no memory any more when the last structure has gone.
     PathCache paths;
+    int childTables = 0;
     /// The result of DataField::getFullPath.
     std::string fullPath;
     /// What commands are cut up in.
     text::TextShelf texts;
+    /// And for lists of children that commands go over.
+    text::Shelf<std::vector<DataField*>> fieldLists;
     /// The operations under way, innermost first.
     FieldWatch* watches = nullptr;
     FieldListWatch* listWatches = nullptr;
