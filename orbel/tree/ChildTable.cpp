@@ -81,9 +81,13 @@ bool ChildTable::contains(std::string_view name) const {
     return positionOf(name) != none;
 }
 
+std::optional<DataField*> ChildTable::look(std::string_view name, std::uint32_t hash) const {
+    const std::uint32_t position = positionOf(name, hash);
+    return position == none ? std::nullopt : std::optional(fieldOf(m_entries[position]));
+}
+
 DataField* ChildTable::find(std::string_view name) const {
-    const std::uint32_t position = positionOf(name);
-    return position == none ? nullptr : fieldOf(m_entries[position]);
+    return look(name, m_slots.empty() ? 0 : namehash::of(name)).value_or(nullptr);
 }
 
 bool ChildTable::insert(DataField& field) {
@@ -93,10 +97,15 @@ bool ChildTable::insert(DataField& field) {
     const std::uint32_t hash = namehash::of(name);
     if (positionOf(name, hash) != none)
         return false;
+    insertNew(field, hash);
+    return true;
+}
+
+void ChildTable::insertNew(DataField& field, std::uint32_t hash) {
     makeRoom();
     // A field that another table lists by its name can be renamed without this one being told.
     const Entry entry =
-        field.m_listedIn ? Entry::ofSecond(new Renamed{&field, std::string(name)}) : Entry::ofFirst(&field);
+        field.m_listedIn ? Entry::ofSecond(new Renamed{&field, field.getName()}) : Entry::ofFirst(&field);
     const auto position = static_cast<std::uint32_t>(m_entries.size());
     if (m_ordered == position && (position == 0 || comesBefore(m_entries.back(), entry)))
         ++m_ordered;
@@ -107,7 +116,6 @@ bool ChildTable::insert(DataField& field) {
         putIntoSlot({hash, position});
     ++m_live;
     ++m_shape;
-    return true;
 }
 
 /// After this, adding an entry does not fail half-way.

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,8 +32,12 @@ public:
     bool contains(std::string_view name) const;
     /// Null also for a child that was destroyed.
     DataField* find(std::string_view name) const;
+    /// For whoever has hashed the name already, see namehash::of; no value when the name is free.
+    std::optional<DataField*> look(std::string_view name, std::uint32_t hash) const;
     /// Under the field's present name; false when the name is taken.
     bool insert(DataField& field);
+    /// The name is not taken.
+    void insertNew(DataField& field, std::uint32_t hash);
     /// Null when there is no such name.
     DataField* erase(std::string_view name);
     /// The first in order, which leaves; null also when it was destroyed.

@@ -247,7 +247,9 @@ DataField* DataStructure::findChild(std::string_view name) {
 class DataStructure::Resolution {
 public:
     Resolution(DataStructure& start, const char* path, int index, int flag)
-        : m_at(&start), m_path(path), m_index(index), m_flag(flag), m_isOwn(isOwn(start)) {}
+        : m_at(&start), m_path(path), m_index(index), m_flag(flag), m_isOwn(isOwn(start)) {
+        m_chain[0] = &start;
+    }
 
     DataField* run() {
         DataField* found = nullptr;
@@ -258,6 +260,16 @@ public:
 
     /// Whether the same path leads to the same field until something leaves the tree, and nobody was called to find it.
     bool isPlain() const { return m_isPlain; }
+
+    /// Notes the structure in which the last segment was looked up, behind `path`, when nothing but kinds led there and
+    /// nobody was called.
+    void note(PathPlace& place, std::string_view path) const {
+        if (!m_isQuiet || m_steps == 0 || m_steps > PathPlace::maxDepth || path.size() > PathPlace::maxLength)
+            return;
+        place.depth = m_steps;
+        std::copy(m_chain.begin(), m_chain.begin() + static_cast<std::ptrdiff_t>(m_steps) + 1, place.chain.begin());
+        place.length = path.copy(place.path.data(), path.size());
+    }
 
 private:
     enum class Next { Segment, End };
@@ -286,8 +298,10 @@ private:
 
     Next create(const PathSegment& segment, const char* rest, DataField*& found) {
         m_isPlain = false;
-        if (DataField* child = m_isOwn ? m_at->findOrCreateQuietly(*segment.kind, segment.name) : nullptr)
+        if (DataField* child = m_isOwn ? m_at->findOrCreateQuietly(*segment.kind, segment.name) : nullptr) {
+            m_isKind = true;
             return descend(*child, segment.indexText, rest, found);
+        }
         return createAloud(found);
     }
 
@@ -359,6 +373,10 @@ private:
         found = nullptr;
         m_isOwn = true;
         m_at = static_cast<DataStructure*>(&node);
+        m_isQuiet = m_isQuiet && m_isKind && isExactly<DataStructure>(node);
+        m_isKind = false;
+        if (++m_steps < m_chain.size())
+            m_chain[m_steps] = m_at;
         m_path = rest;
         m_index = index;
         m_flag = 1;
@@ -377,6 +395,11 @@ private:
     bool m_isOwn;
     bool m_isPlain = true;
     bool m_isCopied = false;
+    /// Whether the segment at hand has a kind and was found or made quietly, and whether all before it were.
+    bool m_isKind = false;
+    bool m_isQuiet = true;
+    std::size_t m_steps = 0;
+    std::array<DataStructure*, PathPlace::maxDepth + 1> m_chain;
     char m_copy[limits::maxPathLength + 1];
 };
 
@@ -406,11 +429,29 @@ inline DataValue* DataStructure::knownValue(char* path) {
 }
 
 DataField* DataStructure::resolve(char* path, std::size_t length, int index, int flag) {
+    const std::string_view whole(path, length);
+    const std::size_t slash = whole.rfind('/');
+    const std::string_view front = whole.substr(0, slash == std::string_view::npos ? 0 : slash);
+    PathPlace& place = treeState.paths.place();
+    if (place.isAt(*this, front) && goAgain(place))
+        return Resolution(*place.chain[place.depth], path + slash + 1, 0, 1).run();
     Resolution resolution(*this, path, index, flag);
     DataField* found = resolution.run();
     if (found && resolution.isPlain())
-        treeState.paths.insert(*this, {path, length}, *found, *treeState.lastSearched);
+        treeState.paths.insert(*this, whole, *found, *treeState.lastSearched);
+    else if (found)
+        resolution.note(place, front);
     return found;
+}
+
+/// Does once more what the kinds on the way to a place do. False when that is not quiet any more; then nothing is done.
+bool DataStructure::goAgain(const PathPlace& place) {
+    for (std::size_t step = 1; step <= place.depth; ++step)
+        if (!place.chain[step]->m_handlers.hasMarkerInFront())
+            return false;
+    for (std::size_t step = 1; step <= place.depth; ++step)
+        place.chain[step - 1]->DataStructure::addField(place.chain[step], -1);
+    return true;
 }
 
 /// Contract: a kind retypes what exists, as far as it can have an object type.
@@ -431,9 +472,11 @@ DataField* DataStructure::findOrCreateQuietly(std::string_view kind, std::string
     if (kind == hashTableKind)
         return nullptr;
     name = limits::cutName(name);
-    if (DataField* child = findChild(name)) {
-        const bool isPlainChild =
-            child->isExactType(DataValue::classType) != 0 || child->isExactType(DataStructure::classType) != 0;
+    const std::uint32_t hash = namehash::of(name);
+    if (const auto listed = m_children->look(name, hash)) {
+        DataField* child = *listed;
+        const bool isPlainChild = child && (child->isExactType(DataValue::classType) != 0 ||
+                                            child->isExactType(DataStructure::classType) != 0);
         if (!isPlainChild || !child->m_handlers.hasMarkerInFront())
             return nullptr;
         DataStructure::addField(child, -1);
@@ -443,7 +486,9 @@ DataField* DataStructure::findOrCreateQuietly(std::string_view kind, std::string
         return nullptr;
     std::unique_ptr<DataField> child = createField(kind, name);
     child->m_handlers.appendMarker(*child);
-    DataStructure::addField(child.get(), -1);
+    m_children->insertNew(*child, hash);
+    child->setParent(this, -1);
+    child->ref(this, this);
     return child.release();
 }
 

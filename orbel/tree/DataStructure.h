@@ -7,6 +7,7 @@
 
 class DataValue;
 struct PathCacheEntry;
+struct PathPlace;
 
 /// A node whose children are named fields, ordered by name in byte order. Destroying it leaves the children alive and
 /// without a parent.
@@ -119,6 +120,7 @@ private:
     bool setFoundData(char* path, char* value);
     bool getFoundData(char* path, char** value);
     DataField* resolve(char* path, std::size_t length, int index, int flag);
+    static bool goAgain(const PathPlace& place);
     DataField* findOrCreateQuietly(std::string_view kind, std::string_view name);
     DataField* findOrCreate(std::string_view kind, std::string_view name);
     static void setObjectTypeOf(DataField& child, std::string_view kind);

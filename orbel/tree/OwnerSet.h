@@ -14,7 +14,7 @@ public:
     ~OwnerSet();
 
     /// False when it was there already.
-    bool insert(void* owner) { return (!m_owners || m_owners.first() != owner) && insertAnother(owner); }
+    bool insert(void* owner) { return (!owner || m_owners.first() != owner) && insertAnother(owner); }
     /// False when it was not there.
     bool erase(void* owner);
 

@@ -3,6 +3,7 @@
 
 #include "NameHash.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -23,6 +24,24 @@ struct PathCacheEntry {
     /// looked up.
     bool isDirect;
     char path[30];
+};
+
+/// The structure that the last path with kinds went through before its last segment, and how it got there. Trees are
+/// built structure by structure, so the next path often begins with the same text.
+struct PathPlace {
+    static constexpr std::size_t maxDepth = 8;
+    static constexpr std::size_t maxLength = 120;
+
+    /// From the structure asked down to the one reached; `depth` steps.
+    std::array<DataStructure*, maxDepth + 1> chain;
+    std::size_t depth;
+    std::size_t length;
+    std::array<char, maxLength> path;
+
+    bool isAt(const DataStructure& asked, std::string_view text) const {
+        return length == text.size() && length != 0 && chain[0] == &asked &&
+               std::memcmp(path.data(), text.data(), text.size()) == 0;
+    }
 };
 
 /// What plain paths have led to: a flat hash table of (structure asked, path), one line of the processor's cache for
@@ -58,9 +77,12 @@ public:
 
     /// Something has left the tree.
     void drop() {
+        m_place.length = 0;
         if (m_used != 0)
             dropAll();
     }
+
+    PathPlace& place() { return m_place; }
 
     /// Drops everything and gives the memory back.
     void release();
@@ -91,6 +113,7 @@ private:
     std::size_t m_used = 0;
     /// Counted in the upper half.
     std::uint64_t m_epoch = firstEpoch;
+    PathPlace m_place = {};
 };
 
 #endif
