@@ -308,13 +308,19 @@ inline void DataField::walkHandlers(Call call) {
 template <class Call>
 void DataField::walkList(int first, Call call) {
     const FieldWatch watch(*this);
-    const SharedPart<HandlerList> list(m_handlers.list());
-    for (auto at = static_cast<std::size_t>(first); at < list->handlers().size(); ++at) {
-        if (DataHandler* handler = list->handlers()[at])
-            call(*handler);
-        if (watch.ended())
+    auto at = static_cast<std::size_t>(first);
+    // What the calls may have changed is looked at again only when anything anywhere has been disturbed.
+    do {
+        const std::uint64_t calm = treeState.disturbances;
+        const std::vector<DataHandler*>& handlers = m_handlers.list()->handlers();
+        const std::size_t count = handlers.size();
+        DataHandler* const* const begin = handlers.data();
+        while (at < count && treeState.disturbances == calm)
+            if (DataHandler* handler = begin[at++])
+                call(*handler);
+        if (treeState.disturbances == calm)
             return;
-    }
+    } while (!watch.ended());
 }
 
 void DataField::fireHandlers(bool changed) {

@@ -1,6 +1,7 @@
 #include <orbel/tree/FieldHandlers.h>
 
 #include "HandlerList.h"
+#include "TreeState.h"
 
 #include <memory>
 
@@ -9,6 +10,7 @@ FieldHandlers::~FieldHandlers() {
 }
 
 void FieldHandlers::dropList() {
+    ++treeState.disturbances;
     HandlerList* held = list();
     if (held && --held->owners == 0)
         delete held;

@@ -1,5 +1,7 @@
 #include "HandlerList.h"
 
+#include "TreeState.h"
+
 #include <algorithm>
 #include <string>
 
@@ -8,6 +10,7 @@ HandlerList::~HandlerList() {
 }
 
 void HandlerList::takeOver(DataField& field, bool marked, DataHandler* handler, int notifyCount) {
+    ++treeState.disturbances;
     m_handlers.reserve(2);
     if (marked)
         m_handlers.push_back(nullptr);
@@ -20,6 +23,7 @@ void HandlerList::takeOver(DataField& field, bool marked, DataHandler* handler, 
 }
 
 DataHandler* HandlerList::at(DataField& field, int index) {
+    ++treeState.disturbances;
     DataHandler*& handler = m_handlers[static_cast<std::size_t>(index)];
     if (!handler) {
         m_marker = std::make_unique<Marker>(std::string(markerName).data());
@@ -31,12 +35,14 @@ DataHandler* HandlerList::at(DataField& field, int index) {
 }
 
 void HandlerList::append(DataHandler* handler) {
+    ++treeState.disturbances;
     m_handlers.push_back(handler);
     handler->joined(place());
     m_asking += handler->asks() ? 1 : 0;
 }
 
 void HandlerList::appendMarker(DataField& field) {
+    ++treeState.disturbances;
     if (!m_marker) {
         m_handlers.push_back(nullptr);
         return;
@@ -46,6 +52,7 @@ void HandlerList::appendMarker(DataField& field) {
 }
 
 bool HandlerList::remove(DataHandler* handler) {
+    ++treeState.disturbances;
     const auto found = handler ? std::find(m_handlers.begin(), m_handlers.end(), handler) : m_handlers.end();
     if (found == m_handlers.end())
         return false;
@@ -56,6 +63,7 @@ bool HandlerList::remove(DataHandler* handler) {
 }
 
 void HandlerList::removeAll() {
+    ++treeState.disturbances;
     for (DataHandler* handler : m_handlers)
         if (handler) {
             handler->left(place());

@@ -36,7 +36,7 @@ void LinkTargets::remove(const DataField* field) {
     --m_live;
     while (m_first < m_targets.size() && !m_targets[m_first])
         ++m_first;
-    if (!m_walks && m_targets.size() > 2 * m_live + fewTargets)
+    if (!m_walks && (m_live == 0 || m_targets.size() > 2 * m_live + fewTargets))
         dropHoles();
 }
 
