@@ -22,15 +22,16 @@ ChildTable::~ChildTable() {
 }
 
 const char* ChildTable::keyOf(const Entry& entry) {
-    return entry.second() ? entry.second()->key.c_str() : entry.first()->getName();
+    const DataField* field = entry.first();
+    return field ? field->m_name : entry.second()->key.c_str();
 }
 
 inline bool ChildTable::isNamed(const Entry& entry, std::string_view name) {
     if (const Renamed* renamed = entry.second())
         return renamed->key == name;
-    const char* key = entry.first()->m_name;
-    return name.size() < sizeof entry.first()->m_name && namehash::areEqual(key, name.data(), name.size()) &&
-           key[name.size()] == '\0';
+    const DataField* field = entry.first();
+    return field && name.size() < sizeof field->m_name && namehash::areEqual(field->m_name, name.data(), name.size()) &&
+           field->m_name[name.size()] == '\0';
 }
 
 bool ChildTable::comesBefore(const Entry& left, const Entry& right) {

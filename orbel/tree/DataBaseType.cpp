@@ -59,6 +59,8 @@ DataBaseType::DataBaseType(const DataBaseType& other)
 }
 
 DataBaseType& DataBaseType::operator=(const DataBaseType& other) {
+    if (this == &other)
+        return *this;
     aboutToRename(other.m_name);
     m_owners = other.m_owners;
     m_type = other.m_type;

@@ -11,6 +11,7 @@
 #include "FieldTies.h"
 #include "FieldWatch.h"
 #include "HandlerList.h"
+#include "HandlerWalk.h"
 #include "TreeState.h"
 
 #include <algorithm>
@@ -287,49 +288,9 @@ void DataField::unregisterAllHandlers() {
     m_handlers.recount();
 }
 
-/// Calls `call` on each handler by position, re-reading the size: the observers may change meanwhile, and come onto a
-/// list. When the field dies the walk ends. The marker hears nothing.
-template <class Call>
-inline void DataField::walkHandlers(Call call) {
-    if (m_handlers.list()) {
-        walkList(0, call);
-        return;
-    }
-    DataHandler* handler = m_handlers.single();
-    if (!handler)
-        return;
-    const FieldWatch watch(*this);
-    const int next = m_handlers.size();
-    call(*handler);
-    if (!watch.ended() && m_handlers.list())
-        walkList(next, call);
-}
-
-template <class Call>
-void DataField::walkList(int first, Call call) {
-    const FieldWatch watch(*this);
-    auto at = static_cast<std::size_t>(first);
-    // What the calls may have changed is looked at again only when anything anywhere has been disturbed.
-    do {
-        const std::uint64_t calm = treeState.disturbances;
-        const std::vector<DataHandler*>& handlers = m_handlers.list()->handlers();
-        const std::size_t count = handlers.size();
-        DataHandler* const* const begin = handlers.data();
-        while (at < count && treeState.disturbances == calm)
-            if (DataHandler* handler = begin[at++])
-                call(*handler);
-        if (treeState.disturbances == calm)
-            return;
-    } while (!watch.ended());
-}
-
 void DataField::fireHandlers(bool changed) {
     if (m_dataInitialized != 0)
         walkHandlers([&](DataHandler& handler) { handler.onChange(*this, changed); });
-}
-
-void DataField::fireListFrom(int first, bool changed) {
-    walkList(first, [&](DataHandler& handler) { handler.onChange(*this, changed); });
 }
 
 void DataField::fireHandlers(bool changed, int from, int to) {

@@ -127,7 +127,6 @@ private:
     void walkHandlers(Call call);
     template <class Call>
     void walkList(int first, Call call);
-    void fireListFrom(int first, bool changed);
 
     const SharedPart<FieldHold>& hold();
     FieldTies& ties();

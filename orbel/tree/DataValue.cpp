@@ -9,6 +9,7 @@
 #include "DumpUnderWay.h"
 #include "FieldTies.h"
 #include "FieldWatch.h"
+#include "HandlerWalk.h"
 #include "Limits.h"
 #include "TreeState.h"
 
@@ -50,22 +51,6 @@ inline bool DataValue::storeAt(std::string_view value, std::size_t index) {
     const bool changed = m_handlers.notifyCount() < 1 || stored != value;
     write(stored, value);
     return changed;
-}
-
-/// Tells the observers, who are one or none nearly always.
-inline void DataValue::fire(bool changed) {
-    if (m_handlers.list()) {
-        fireListFrom(0, changed);
-        return;
-    }
-    DataHandler* handler = m_handlers.single();
-    if (!handler)
-        return;
-    const FieldWatch watch(*this);
-    const int next = m_handlers.size();
-    handler->onChange(*this, changed);
-    if (!watch.ended() && m_handlers.list())
-        fireListFrom(next, changed);
 }
 
 DataType* DataValue::classType = nullptr;
@@ -182,7 +167,7 @@ void DataValue::setData(const char* value) {
     }
     write(m_text, text::viewOf(value));
     m_dataInitialized = 1;
-    fire(true);
+    walkHandlers([this](DataHandler& handler) { handler.onChange(*this, true); });
 }
 
 void DataValue::setAmongOthers(const char* value) {
@@ -193,7 +178,7 @@ void DataValue::setAmongOthers(const char* value) {
     if (m_texts && m_texts->list.empty())
         m_texts->list.resize(1);
     m_dataInitialized = 1;
-    fire(storeAt(text::viewOf(value), 0));
+    fireHandlers(storeAt(text::viewOf(value), 0));
 }
 
 void DataValue::setData(const char* value, int index) {

@@ -55,7 +55,6 @@ private:
     std::string* firstText();
     std::vector<std::string>& texts();
     void setAmongOthers(const char* value);
-    void fire(bool changed);
     bool storeAt(std::string_view value, std::size_t index);
     void setAt(std::string_view value, int index);
 

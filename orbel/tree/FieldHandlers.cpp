@@ -63,7 +63,7 @@ void FieldHandlers::appendMarker(DataField& field) {
 bool FieldHandlers::remove(DataField& field, DataHandler* handler) {
     if (HandlerList* held = list())
         return held->remove(handler);
-    if (single() != handler)
+    if (!handler || single() != handler)
         return false;
     m_word &= isMarked;
     handler->left(HandlerPlace::ofFirst(&field));

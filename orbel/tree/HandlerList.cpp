@@ -53,7 +53,9 @@ void HandlerList::appendMarker(DataField& field) {
 
 bool HandlerList::remove(DataHandler* handler) {
     ++treeState.disturbances;
-    const auto found = handler ? std::find(m_handlers.begin(), m_handlers.end(), handler) : m_handlers.end();
+    if (!handler)
+        return false;
+    const auto found = std::find(m_handlers.begin(), m_handlers.end(), handler);
     if (found == m_handlers.end())
         return false;
     m_handlers.erase(found);

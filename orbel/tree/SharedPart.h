@@ -19,7 +19,7 @@ public:
     ~SharedPart() {
         // The analyzer cannot know that whoever is copied counts as an owner too.
         if (m_part && --m_part->owners == 0) // NOLINT(clang-analyzer-cplusplus.NewDelete)
-            delete m_part;
+            delete m_part;                   // NOLINT(clang-analyzer-cplusplus.NewDelete)
     }
 
     explicit operator bool() const { return m_part != nullptr; }
