@@ -27,15 +27,19 @@ OwnerSet::~OwnerSet() {
     delete m_owners.second();
 }
 
+bool OwnerSet::empty() const {
+    return m_owners.second() ? m_owners.second()->empty() : !m_owners;
+}
+
 bool OwnerSet::insert(void* owner) {
     if (!m_owners && fitsAlone(owner)) {
         m_owners = decltype(m_owners)::ofFirst(owner);
         return true;
     }
-    if (m_owners && m_owners.first() == owner)
-        return false;
     if (Many* many = m_owners.second())
         return many->insert(owner).second;
+    if (m_owners && m_owners.first() == owner)
+        return false;
     auto many = std::make_unique<Many>();
     if (void* alone = m_owners.first())
         many->insert(alone);

@@ -13,6 +13,7 @@ public:
     OwnerSet& operator=(const OwnerSet& other);
     ~OwnerSet();
 
+    bool empty() const;
     /// False when it was there already.
     bool insert(void* owner);
     /// False when it was not there.
