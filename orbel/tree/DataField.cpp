@@ -284,21 +284,26 @@ void DataField::unregisterAllHandlers() {
 }
 
 /// Calls `call` on each handler by position, re-reading the size: the observers may change meanwhile, and come onto a
-/// list. When the field dies the walk ends. The marker hears nothing.
+/// list, or behind a marker. When the field dies the walk ends. The marker hears nothing.
 template <class Call>
-inline void DataField::walkHandlers(Call call) {
+inline void DataField::walkHandlers(Call call, int first) {
     if (m_handlers.list()) {
-        walkList(0, call);
+        walkList(first, call);
         return;
     }
-    DataHandler* handler = m_handlers.single();
-    if (!handler)
+    if (!m_handlers.single())
         return;
     const FieldWatch watch(*this);
-    const int next = m_handlers.size();
-    call(*handler);
-    if (!watch.ended() && m_handlers.list())
-        walkList(next, call);
+    for (int next = first; !watch.ended() && next < m_handlers.size();) {
+        DataHandler* handler = m_handlers.single();
+        if (!handler) {
+            if (m_handlers.list())
+                walkList(next, call);
+            return;
+        }
+        next = m_handlers.size();
+        call(*handler);
+    }
 }
 
 template <class Call>
@@ -315,8 +320,8 @@ void DataField::fireHandlers(bool changed) {
         walkHandlers([&](DataHandler& handler) { handler.onChange(*this, changed); });
 }
 
-void DataField::fireListFrom(int first, bool changed) {
-    walkList(first, [&](DataHandler& handler) { handler.onChange(*this, changed); });
+void DataField::fireFrom(int first, bool changed) {
+    walkHandlers([&](DataHandler& handler) { handler.onChange(*this, changed); }, first);
 }
 
 void DataField::fireHandlers(bool changed, int from, int to) {

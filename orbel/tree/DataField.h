@@ -124,10 +124,10 @@ private:
     void leave(DataHandler& handler);
     void tellHandlers();
     template <class Call>
-    void walkHandlers(Call call);
+    void walkHandlers(Call call, int first = 0);
     template <class Call>
     void walkList(int first, Call call);
-    void fireListFrom(int first, bool changed);
+    void fireFrom(int first, bool changed);
 
     const SharedPart<FieldHold>& hold();
     FieldTies& ties();

@@ -173,8 +173,8 @@ void DataValue::setData(const char* value) {
     const FieldWatch watch(*this);
     const int next = m_handlers.size();
     handler->onChange(*this, true);
-    if (!watch.ended() && m_handlers.list())
-        fireListFrom(next, true);
+    if (!watch.ended() && m_handlers.size() > next)
+        fireFrom(next, true);
 }
 
 void DataValue::setAmongOthers(const char* value) {
