@@ -60,8 +60,8 @@ DataBaseType::DataBaseType(const DataBaseType& other)
 
 DataBaseType& DataBaseType::operator=(const DataBaseType& other) {
     aboutToRename(other.m_name);
+    setType(other.m_type);
     m_owners = other.m_owners;
-    m_type = other.m_type;
     m_referenceCount = other.m_referenceCount;
     m_referenceCalls = other.m_referenceCalls;
     text::copyCut(m_name, other.m_name);
@@ -93,9 +93,11 @@ char* DataBaseType::getName() {
 }
 
 void DataBaseType::setType(DataType* type) {
+    if (type == m_type)
+        return;
     m_type = type;
-    // Paths lead on through nodes only. What nobody holds yet is on no path.
-    if (m_referenceCount > 0)
+    // Paths lead on through nodes only. What nobody has held yet is on no path.
+    if (m_referenceCount > 0 || m_listedIn || !m_owners.empty())
         treeState.paths.drop();
 }
 
