@@ -21,7 +21,8 @@ const char* ChildTable::keyOf(const Entry& entry) {
 
 bool ChildTable::isNamed(const Entry& entry, std::string_view name) {
     const char* key = keyOf(entry);
-    return std::strncmp(key, name.data(), name.size()) == 0 && key[name.size()] == '\0';
+    // The empty name may stand nowhere.
+    return (name.empty() || std::strncmp(key, name.data(), name.size()) == 0) && key[name.size()] == '\0';
 }
 
 bool ChildTable::comesBefore(const Entry& left, const Entry& right) {

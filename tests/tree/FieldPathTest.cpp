@@ -357,7 +357,7 @@ TEST(FieldPathKind, OnAnExistingChildAddsAnotherMarkerWhenItsOwnWentElsewhere) {
     EXPECT_EQ(tree.scene->getHandlerByName(Text("DUMMY")), first);
     EXPECT_EQ(first->getField(), tree.scene);
     EXPECT_NE(tree.title->getHandlerByName(Text("DUMMY")), first);
-    tree.scene->unregisterHandler(first);
+    tree.scene->DataField::unregisterHandler(first);
     EXPECT_EQ(tree.scene->getNumHandlers(), 0);
     EXPECT_EQ(tree.title->getNumHandlers(), 1);
 }
