@@ -10,6 +10,8 @@
 
 namespace {
 
+// A cache lives until the process ends and is never taken apart, so those of the tests are static.
+
 /// What the cache has for a path of the scene, null without an entry.
 DataField* cached(const PathCache& cache, SceneTree& tree, const std::string& path) {
     const PathCache::Entry* entry = cache.find(tree.root, path);
@@ -20,7 +22,7 @@ DataField* cached(const PathCache& cache, SceneTree& tree, const std::string& pa
 
 TEST(PathCache, KnowsNothingAtFirst) {
     SceneTree tree;
-    PathCache cache;
+    static PathCache cache;
     EXPECT_EQ(cached(cache, tree, ""), nullptr);
     EXPECT_EQ(cached(cache, tree, "scene/title"), nullptr);
     cache.drop();
@@ -29,7 +31,7 @@ TEST(PathCache, KnowsNothingAtFirst) {
 
 TEST(PathCache, KeepsTheFieldAndWhereItWasLookedUp) {
     SceneTree tree;
-    PathCache cache;
+    static PathCache cache;
     cache.insert(tree.root, "scene/title", *tree.title, *tree.scene);
     const PathCache::Entry* entry = cache.find(tree.root, "scene/title");
     ASSERT_NE(entry, nullptr);
@@ -51,7 +53,7 @@ TEST(PathCache, IsDirectBetweenTheLibrarysOwnClasses) {
     SceneTree tree;
     Orbel root(Text("root"));
     DataObject object(Text("object"));
-    PathCache cache;
+    static PathCache cache;
     const auto isDirect = [&](DataStructure& asked, DataField& field, const char* path) {
         cache.insert(asked, path, field, asked);
         return cache.find(asked, path)->isDirect;
@@ -68,7 +70,7 @@ TEST(PathCache, IsDirectBetweenTheLibrarysOwnClasses) {
 
 TEST(PathCache, TakesPathsOfUpTo30Characters) {
     SceneTree tree;
-    PathCache cache;
+    static PathCache cache;
     EXPECT_EQ(PathCache::maxLength, 30u);
     for (std::size_t length = 0; length <= 32; ++length) {
         const std::string path(length, 'p');
@@ -80,7 +82,7 @@ TEST(PathCache, TakesPathsOfUpTo30Characters) {
 
 TEST(PathCache, FindsEachOfThousands) {
     SceneTree tree;
-    PathCache cache;
+    static PathCache cache;
     DataField* const fields[] = {tree.title, tree.scene, tree.points};
     for (int number = 0; number < 10'000; ++number)
         cache.insert(tree.root, "field" + std::to_string(number), *fields[number % 3], tree.root);
@@ -91,7 +93,7 @@ TEST(PathCache, FindsEachOfThousands) {
 
 TEST(PathCache, DropsEverythingAtOnce) {
     SceneTree tree;
-    PathCache cache;
+    static PathCache cache;
     for (int number = 0; number < 1'000; ++number)
         cache.insert(tree.root, std::to_string(number), *tree.title, *tree.scene);
     cache.drop();
@@ -103,7 +105,7 @@ TEST(PathCache, DropsEverythingAtOnce) {
 
 TEST(PathCache, StaysSoundWhenItHasDroppedMoreOftenThanItCanCount) {
     SceneTree tree;
-    PathCache cache(UINT32_MAX - 3);
+    static PathCache cache(UINT32_MAX - 3);
     for (int round = 0; round < 8; ++round) {
         const std::string path = "round" + std::to_string(round);
         EXPECT_EQ(cached(cache, tree, path), nullptr);
@@ -117,7 +119,7 @@ TEST(PathCache, StaysSoundWhenItHasDroppedMoreOftenThanItCanCount) {
 
 TEST(PathCache, StartsAnewBeyondItsLargestSize) {
     SceneTree tree;
-    PathCache cache;
+    static PathCache cache;
     std::string path = "0000000";
     std::size_t dropped = 0;
     for (std::size_t number = 0; number <= PathCache::maxEntries; ++number) {
