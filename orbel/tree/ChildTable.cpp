@@ -96,8 +96,11 @@ bool ChildTable::insert(DataField& field) {
         return false;
     const std::string_view name = field.getName();
     const std::uint32_t hash = namehash::of(name);
-    if (positionOf(name, hash) != none)
-        return false;
+    if (const std::uint32_t taken = positionOf(name, hash); taken != none) {
+        if (fieldOf(m_entries[taken]))
+            return false;
+        eraseAt(taken);
+    }
     insertNew(field, hash);
     return true;
 }
@@ -106,7 +109,7 @@ void ChildTable::insertNew(DataField& field, std::uint32_t hash) {
     makeRoom();
     // A field that another table lists by its name can be renamed without this one being told.
     const Entry entry =
-        field.m_listedIn ? Entry::ofSecond(new Renamed{&field, field.getName()}) : Entry::ofFirst(&field);
+        field.m_listedIn ? Entry::ofSecond(new Renamed{FieldRef(&field), field.getName()}) : Entry::ofFirst(&field);
     const auto position = static_cast<std::uint32_t>(m_entries.size());
     if (m_ordered == position && (position == 0 || comesBefore(m_entries.back(), entry)))
         ++m_ordered;
@@ -252,7 +255,7 @@ std::size_t ChildTable::upperBound(const char* name) const {
 
 void ChildTable::keepKey(DataField& field) {
     const std::uint32_t position = positionOf(field);
-    m_entries[position] = Entry::ofSecond(new Renamed{&field, field.getName()});
+    m_entries[position] = Entry::ofSecond(new Renamed{FieldRef(&field), field.getName()});
     field.m_listedIn = nullptr;
 }
 
@@ -260,20 +263,20 @@ void ChildTable::forget(DataField& field) {
     treeState.paths.drop();
     const std::uint32_t position = positionOf(field);
     try {
-        m_entries[position] = Entry::ofSecond(new Renamed{nullptr, field.getName()});
+        m_entries[position] = Entry::ofSecond(new Renamed{FieldRef(), field.getName()});
     } catch (const std::bad_alloc&) {
         eraseAt(position);
     }
 }
 
 DataField* ChildTable::Cursor::next() {
-    m_table.putInOrder();
-    if (m_shape != m_table.m_shape) {
-        m_next = m_shape == 0 ? 0 : m_table.upperBound(m_name.c_str());
-        m_shape = m_table.m_shape;
+    m_table->putInOrder();
+    if (m_shape != m_table->m_shape) {
+        m_next = m_shape == 0 ? 0 : m_table->upperBound(m_name.c_str());
+        m_shape = m_table->m_shape;
     }
-    while (m_next < m_table.m_entries.size()) {
-        const Entry entry = m_table.m_entries[m_next++];
+    while (m_next < m_table->m_entries.size()) {
+        const Entry entry = m_table->m_entries[m_next++];
         if (DataField* field = entry ? fieldOf(entry) : nullptr) {
             m_name = keyOf(entry);
             return field;

@@ -3,6 +3,8 @@
 
 #include <orbel/tree/DataField.h>
 #include <orbel/tree/EitherPointer.h>
+#include <orbel/tree/FieldRef.h>
+#include <orbel/tree/SharedPart.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -17,7 +19,7 @@
 ///
 /// A child stands here under the name that it had when it came in. As long as it keeps that name the table reads it in
 /// the field itself; the field tells when it is renamed or destroyed. A child that is destroyed while it stands here
-/// keeps its place and its name, for a field leaves its parent alone.
+/// keeps its place and its name, for a field leaves its parent alone, until another comes under that name.
 class ChildTable {
 public:
     int owners = 0;
@@ -28,13 +30,15 @@ public:
     ~ChildTable();
 
     std::size_t size() const { return m_live; }
+    /// Whether no other structure shares these children: walks over them are owners too.
+    bool hasOneStructure() const { return owners - m_cursors == 1; }
 
     bool contains(std::string_view name) const;
     /// Null also for a child that was destroyed.
     DataField* find(std::string_view name) const;
     /// For whoever has hashed the name already, see namehash::of; no value when the name is free.
     std::optional<DataField*> look(std::string_view name, std::uint32_t hash) const;
-    /// Under the field's present name; false when the name is taken.
+    /// Under the field's present name; false when the name is taken by a child that is alive.
     bool insert(DataField& field);
     /// The name is not taken.
     void insertNew(DataField& field, std::uint32_t hash);
@@ -59,26 +63,29 @@ public:
     }
 
     /// Goes over the children in order while they may come and go: goes on behind the name of the last, not behind
-    /// its place. The table must outlive the next step.
+    /// its place. The structure may be given other children meanwhile.
     class Cursor {
     public:
-        explicit Cursor(ChildTable& table) : m_table(table) {}
+        explicit Cursor(const SharedPart<ChildTable>& table) : m_table(table) { ++m_table->m_cursors; }
+        Cursor(const Cursor&) = delete;
+        Cursor& operator=(const Cursor&) = delete;
+        ~Cursor() { --m_table->m_cursors; }
         /// Null behind the last.
         DataField* next();
         /// The name under which the last stands, or stood.
         char* name() { return m_name.data(); }
 
     private:
-        ChildTable& m_table;
+        SharedPart<ChildTable> m_table;
         std::string m_name;
         std::size_t m_next = 0;
         std::uint64_t m_shape = 0;
     };
 
 private:
+    /// A child that the table is not told of any more.
     struct Renamed {
-        /// Null when it was destroyed.
-        DataField* field;
+        FieldRef field;
         std::string key;
     };
     using Entry = EitherPointer<DataField, Renamed>;
@@ -91,7 +98,9 @@ private:
     /// So few are looked through faster than hashed.
     static constexpr std::size_t fewChildren = 6;
 
-    static DataField* fieldOf(const Entry& entry) { return entry.second() ? entry.second()->field : entry.first(); }
+    static DataField* fieldOf(const Entry& entry) {
+        return entry.second() ? entry.second()->field.get() : entry.first();
+    }
     static const char* keyOf(const Entry& entry);
     static bool isNamed(const Entry& entry, std::string_view name);
     static bool comesBefore(const Entry& left, const Entry& right);
@@ -120,6 +129,7 @@ private:
     std::size_t m_first = 0;
     /// Counts what moves entries or adds one.
     std::uint64_t m_shape = 0;
+    int m_cursors = 0;
 };
 
 #endif

@@ -62,8 +62,8 @@ DataBaseType& DataBaseType::operator=(const DataBaseType& other) {
     if (this == &other)
         return *this;
     aboutToRename(other.m_name);
+    setType(other.m_type);
     m_owners = other.m_owners;
-    m_type = other.m_type;
     m_referenceCount = other.m_referenceCount;
     m_referenceCalls = other.m_referenceCalls;
     text::copyCut(m_name, other.m_name);
@@ -95,9 +95,11 @@ char* DataBaseType::getName() {
 }
 
 void DataBaseType::setType(DataType* type) {
+    if (type == m_type)
+        return;
     m_type = type;
-    // Paths lead on through nodes only. What nobody holds yet is on no path.
-    if (m_referenceCount > 0)
+    // Paths lead on through nodes only. What nobody has held yet is on no path.
+    if (m_referenceCount > 0 || m_listedIn || !m_owners.empty())
         treeState.paths.drop();
 }
 

@@ -85,7 +85,7 @@ DataStructure::DataStructure(const DataStructure& other) = default;
 DataStructure& DataStructure::operator=(const DataStructure& other) {
     if (this == &other)
         return *this;
-    if (m_children->owners == 1)
+    if (m_children->hasOneStructure())
         removeChildren();
     DataNode::operator=(other);
     treeState.paths.drop();
@@ -188,7 +188,7 @@ bool DataStructure::getData(char** /*value*/, int /*index*/) {
 
 void DataStructure::clearData() {
     const FieldWatch watch(*this);
-    ChildTable::Cursor cursor(*m_children);
+    ChildTable::Cursor cursor(m_children);
     while (!watch.ended()) {
         DataField* child = cursor.next();
         if (!child)
@@ -202,9 +202,7 @@ bool DataStructure::copyData(DataField* source, int /*sourceIndex*/, int /*targe
         return false;
     const FieldWatch watch(*this);
     const FieldWatch sourceWatch(*source);
-    // Assigning to the source in a callback gives it other children.
-    const auto children = static_cast<DataStructure*>(source)->m_children;
-    ChildTable::Cursor cursor(*children);
+    ChildTable::Cursor cursor(static_cast<DataStructure*>(source)->m_children);
     while (!watch.ended() && !sourceWatch.ended()) {
         DataField* child = cursor.next();
         if (!child)
@@ -285,8 +283,9 @@ private:
             text::copyCut(treeState.wildcardRest, rest);
             return Next::End;
         }
+        // Without a parent it is a name like any other, but only until there is one.
+        m_isPlain = m_isPlain && !segment.isParent();
         if (segment.isParent() && m_at->getParent()) {
-            m_isPlain = false;
             found = m_at->getParent()->getField(const_cast<char*>(rest), m_index, m_flag);
             return Next::End;
         }

@@ -110,7 +110,9 @@ void DataValue::dump(std::ostream& os, int first, int last, int withName) {
     for (int index = range.from(); index <= range.to(); ++index) {
         if (index != range.from())
             rest += ',';
-        rest += *getData(index);
+        // The vector is the client's too, and may be empty.
+        if (const std::string* stored = getData(index))
+            rest += *stored;
     }
     rest += ';';
     std::string_view toWrite = rest;

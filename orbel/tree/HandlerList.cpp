@@ -3,7 +3,9 @@
 #include "TreeState.h"
 
 #include <algorithm>
+#include <new>
 #include <string>
+#include <string_view>
 
 HandlerList::~HandlerList() {
     removeAll();
@@ -26,10 +28,10 @@ DataHandler* HandlerList::at(DataField& field, int index) {
     ++treeState.disturbances;
     DataHandler*& handler = m_handlers[static_cast<std::size_t>(index)];
     if (!handler) {
-        m_marker = std::make_unique<Marker>(std::string(markerName).data());
-        m_marker->joined(place());
-        m_marker->setField(&field);
-        handler = m_marker.get();
+        m_markers.push_back(std::make_unique<Marker>(std::string(markerName).data()));
+        handler = m_markers.back().get();
+        handler->joined(place());
+        handler->setField(&field);
     }
     return handler;
 }
@@ -37,18 +39,24 @@ DataHandler* HandlerList::at(DataField& field, int index) {
 void HandlerList::append(DataHandler* handler) {
     ++treeState.disturbances;
     m_handlers.push_back(handler);
-    handler->joined(place());
+    try {
+        handler->joined(place());
+    } catch (const std::bad_alloc&) {
+        m_handlers.pop_back();
+        throw;
+    }
     m_asking += handler->asks() ? 1 : 0;
 }
 
 void HandlerList::appendMarker(DataField& field) {
     ++treeState.disturbances;
-    if (!m_marker) {
-        m_handlers.push_back(nullptr);
-        return;
-    }
-    m_marker->setField(&field);
-    append(m_marker.get());
+    for (const auto& marker : m_markers)
+        if (!marker->m_place && std::string_view(marker->m_name) == markerName) {
+            marker->setField(&field);
+            append(marker.get());
+            return;
+        }
+    m_handlers.push_back(nullptr);
 }
 
 bool HandlerList::remove(DataHandler* handler) {

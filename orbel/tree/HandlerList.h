@@ -55,8 +55,9 @@ private:
     std::vector<DataHandler*> m_handlers;
     int m_asking = 0;
     int m_notifyCount = 0;
-    // Nobody else could know when it is done with.
-    std::unique_ptr<Marker> m_marker;
+    // Nobody else could know when they are done with. There is more than one when a client has renamed the first or
+    // taken it elsewhere.
+    std::vector<std::unique_ptr<Marker>> m_markers;
 };
 
 #endif

@@ -31,21 +31,21 @@ template <class Call>
 }
 
 /// Calls `call` on each handler by position, re-reading the size: the observers may change meanwhile, and come onto a
-/// list. When the field dies the walk ends. The marker hears nothing.
+/// list, or behind a marker. When the field dies the walk ends. The marker hears nothing.
 template <class Call>
 inline void DataField::walkHandlers(Call call) {
-    if (m_handlers.list()) {
-        walkList(0, call);
-        return;
+    int next = 0;
+    while (!m_handlers.list()) {
+        DataHandler* handler = m_handlers.single();
+        if (!handler || m_handlers.size() <= next)
+            return;
+        const FieldWatch watch(*this);
+        next = m_handlers.size();
+        call(*handler);
+        if (watch.ended())
+            return;
     }
-    DataHandler* handler = m_handlers.single();
-    if (!handler)
-        return;
-    const FieldWatch watch(*this);
-    const int next = m_handlers.size();
-    call(*handler);
-    if (!watch.ended() && m_handlers.list())
-        walkList(next, call);
+    walkList(next, call);
 }
 
 #endif

@@ -27,6 +27,10 @@ OwnerSet::~OwnerSet() {
     delete m_owners.second();
 }
 
+bool OwnerSet::empty() const {
+    return m_owners.second() ? m_owners.second()->empty() : !m_owners;
+}
+
 bool OwnerSet::insertAnother(void* owner) {
     if (!m_owners && fitsAlone(owner)) {
         m_owners = decltype(m_owners)::ofFirst(owner);
@@ -34,6 +38,8 @@ bool OwnerSet::insertAnother(void* owner) {
     }
     if (Many* many = m_owners.second())
         return many->insert(owner).second;
+    if (m_owners && m_owners.first() == owner)
+        return false;
     auto many = std::make_unique<Many>();
     if (void* alone = m_owners.first())
         many->insert(alone);

@@ -13,6 +13,7 @@ public:
     OwnerSet& operator=(const OwnerSet& other);
     ~OwnerSet();
 
+    bool empty() const;
     /// False when it was there already.
     bool insert(void* owner) { return (!owner || m_owners.first() != owner) && insertAnother(owner); }
     /// False when it was not there.

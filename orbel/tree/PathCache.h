@@ -56,6 +56,11 @@ public:
     using Entry = PathCacheEntry;
 
     static constexpr std::size_t maxLength = sizeof PathCacheEntry::path;
+    static constexpr std::size_t maxEntries = 3'000'000;
+
+    PathCache() = default;
+    /// As if everything had been dropped so many times.
+    explicit PathCache(std::uint32_t drops) : m_epoch((std::uint64_t{drops} + 1) << 32U) {}
 
     const Entry* find(const DataStructure& asked, std::string_view path) const {
         if (path.size() > maxLength)
@@ -89,7 +94,6 @@ public:
 
 private:
     static constexpr std::size_t firstEntries = 64;
-    static constexpr std::size_t maxEntries = 3'000'000;
     static constexpr std::uint64_t firstEpoch = std::uint64_t{1} << 32U;
 
     std::uint64_t markOf(const DataStructure& asked, std::string_view path) const {

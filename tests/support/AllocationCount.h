@@ -41,6 +41,10 @@ void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     return size > largestAllocation ? nullptr : std::malloc(size > 0 ? size : 1);
 }
 
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+    return operator new(size, tag);
+}
+
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }

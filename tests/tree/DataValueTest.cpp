@@ -8,6 +8,7 @@
 
 #include <limits>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -820,3 +821,24 @@ TEST(OverriddenValueTest, ClearParseAndLinksReachTheOverride) {
 }
 
 } // namespace
+
+// Dumping a value whose vector a client had emptied read from null.
+TEST(DataValueOfNoTexts, IsAnEmptyValueThatTakesTextsAgain) {
+    DataValue value(Text("value"));
+    std::vector<std::string>* texts = value.getDataVector();
+    texts->clear();
+    std::ostringstream os;
+    value.dump(os, -1, -1, 1);
+    value.dumpXML(os);
+    EXPECT_NE(os.str().find("<value></value>"), std::string::npos);
+    EXPECT_EQ(value.getSize(), 0);
+    EXPECT_EQ(value.getData(0), nullptr);
+    value.clearData();
+    EXPECT_TRUE(value.copyData(&value, 0, 0, -1));
+    value.setData("ignored", 0);
+    EXPECT_EQ(value.getSize(), 0);
+    value.setData("text");
+    EXPECT_EQ(value.getSize(), 1);
+    EXPECT_EQ(*value.getData(0), "text");
+    EXPECT_EQ(value.getDataVector(), texts);
+}

@@ -329,6 +329,39 @@ TEST(FieldPathKind, OnAnExistingChildAddsItsMarkerBehindOtherHandlers) {
     EXPECT_STREQ(tree.title->getHandlerByID(1)->getName(), "DUMMY");
 }
 
+// Each look-up added the marker once more.
+TEST(FieldPathKind, OnAnExistingChildAddsOneMarkerForOneThatWasRenamed) {
+    SceneTree tree;
+    tree.at("scene/string:title");
+    DataHandler* first = tree.title->getHandlerByName(Text("DUMMY"));
+    first->setName(Text("renamed"));
+    tree.at("scene/string:title");
+    tree.at("scene/string:title");
+    ASSERT_EQ(tree.title->getNumHandlers(), 2);
+    EXPECT_EQ(tree.title->getHandlerByName(Text("renamed")), first);
+    EXPECT_STREQ(tree.title->getHandlerByID(1)->getName(), "DUMMY");
+    EXPECT_NE(tree.title->getHandlerByID(1), first);
+    tree.title->unregisterHandler(first);
+    EXPECT_EQ(tree.title->getNumHandlers(), 1);
+    EXPECT_EQ(first->getField(), nullptr);
+}
+
+// The marker was then on both fields.
+TEST(FieldPathKind, OnAnExistingChildAddsAnotherMarkerWhenItsOwnWentElsewhere) {
+    SceneTree tree;
+    tree.at("scene/string:title");
+    DataHandler* first = tree.title->getHandlerByName(Text("DUMMY"));
+    tree.title->unregisterHandler(first);
+    tree.scene->DataField::registerHandler(first);
+    tree.at("scene/string:title");
+    EXPECT_EQ(tree.scene->getHandlerByName(Text("DUMMY")), first);
+    EXPECT_EQ(first->getField(), tree.scene);
+    EXPECT_NE(tree.title->getHandlerByName(Text("DUMMY")), first);
+    tree.scene->DataField::unregisterHandler(first);
+    EXPECT_EQ(tree.scene->getNumHandlers(), 0);
+    EXPECT_EQ(tree.title->getNumHandlers(), 1);
+}
+
 TEST(FieldPathKind, BelowAMissingNodeCreatesNothing) {
     SceneTree tree;
     EXPECT_EQ(tree.at("missing/string:v"), nullptr);

@@ -299,3 +299,69 @@ TEST(ReentrancyTest, LastHandlerMayDisposeOfItsFieldThroughTheTree) {
 }
 
 } // namespace
+
+// A handler that took itself off, and the new one behind the marker that came in its place, were both missed.
+TEST(ReentrancyTest, HandlerBehindAMarkerThatCameMeanwhileIsReached) {
+    for (const bool byPosition : {false, true}) {
+        Diary diary;
+        Orbel root(Text("show"));
+        DataValue x(Text("x"));
+        RecordingHandler first(diary, "A");
+        RecordingHandler second(diary, "B");
+        root.addField(&x, 0);
+        x.setSize(byPosition ? 2 : 1);
+        x.registerHandler(&first);
+        first.onceThen([&] {
+            x.unregisterHandler(&first);
+            root.getField(Text("string:x"), 0, 0);
+            x.registerHandler(&second);
+        });
+        if (byPosition)
+            x.setData("1", 1);
+        else
+            x.setData("1");
+        EXPECT_EQ(diary.take(),
+                  byPosition ? "A changed 1-1, B same 0-1, B changed 1-1" : "A changed, B same, B changed");
+    }
+}
+
+TEST(ReentrancyTest, MarkerMayBeAskedForInItsPass) {
+    Diary diary;
+    Orbel root(Text("show"));
+    DataField* x = root.getField(Text("string:x"), 0, 0);
+    RecordingHandler first(diary, "A");
+    RecordingHandler second(diary, "B");
+    x->registerHandler(&first);
+    DataHandler* marker = nullptr;
+    first.onceThen([&] {
+        marker = x->getHandlerByName(Text("DUMMY"));
+        x->registerHandler(&second);
+    });
+    x->setData("1");
+    EXPECT_EQ(diary.take(), "A changed, A same, B same, B changed");
+    ASSERT_NE(marker, nullptr);
+    EXPECT_EQ(marker->getField(), x);
+    EXPECT_EQ(x->getHandlerByID(0), marker);
+    EXPECT_EQ(x->getHandlerByID(1), &first);
+    first.onceThen([&] { x->unregisterHandler(marker); });
+    x->setData("2");
+    EXPECT_EQ(diary.take(), "A changed");
+    EXPECT_EQ(x->getNumHandlers(), 2);
+    root.removeChildren();
+    delete x;
+}
+
+TEST(ReentrancyTest, HandlerMayLeaveAndJoinAgainInItsPass) {
+    Diary diary;
+    DataValue x(Text("x"));
+    RecordingHandler first(diary, "A");
+    x.registerHandler(&first);
+    first.onceThen([&] {
+        x.unregisterHandler(&first);
+        x.registerHandler(&first);
+    });
+    x.setData("1");
+    EXPECT_EQ(diary.take(), "A changed, A same");
+    EXPECT_EQ(x.getNumHandlers(), 1);
+    EXPECT_EQ(first.getField(), &x);
+}

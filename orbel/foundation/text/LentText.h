@@ -22,7 +22,7 @@ public:
 
     void giveBack(Buffer& buffer) {
         --m_lent;
-        if (buffer.capacity() * sizeof(typename Buffer::value_type) > mostKept)
+        if (buffer.capacity() * sizeof(typename Buffer::value_type) > mostKept) // NOLINT(bugprone-sizeof-expression)
             Buffer().swap(buffer);
     }
 

@@ -200,3 +200,79 @@ TEST_F(Allocation, NoneToDumpATreeIntoRoomThatIsThere) {
     tree.title->setSize(3);
     EXPECT_EQ(allocationsOfRunningAgain([&] { tree.scene->dump(os, -1, -1, 1); }), 0);
 }
+
+// The handler stayed on a list that it did not know of, and was told after its death.
+TEST(WithoutMemory, AHandlerIsOnNoFurtherFieldOrWhollyOnIt) {
+    DataValue first(Text("first"));
+    DataValue second(Text("second"));
+    DataHandler others[3];
+    for (DataHandler& other : others)
+        second.registerHandler(&other);
+    Counter handler;
+    first.registerHandler(&handler);
+    bool failed = false;
+    try {
+        const FailingAllocations none(1);
+        second.registerHandler(&handler);
+    } catch (const std::bad_alloc&) {
+        failed = true;
+    }
+    EXPECT_TRUE(failed);
+    EXPECT_EQ(second.getNumHandlers(), 3);
+    EXPECT_EQ(first.getNumHandlers(), 1);
+    second.setData("1");
+    EXPECT_EQ(handler.calls, 0);
+}
+
+TEST(WithoutMemory, AChildIsNotListedOrWholly) {
+    for (int count = 0; count < 40; ++count) {
+        Owned<DataStructure> scene(Text("scene"));
+        for (int number = 0; number < count; ++number)
+            scene.addField(new DataValue(Text("field" + std::to_string(number))), 0);
+        DataValue last(Text("last"));
+        bool failed = false;
+        try {
+            const FailingAllocations none(1);
+            scene.addField(&last, 0);
+        } catch (const std::bad_alloc&) {
+            failed = true;
+        }
+        Text name("last");
+        EXPECT_EQ(scene.getField(name, 0, 0), failed ? nullptr : &last) << count;
+        EXPECT_EQ(scene.getNumFields(), failed ? count : count + 1);
+        scene.removeField(name, 0);
+        EXPECT_EQ(last.getRef(), 0);
+    }
+}
+
+TEST(WithoutMemory, AChildKeepsItsNameOrIsRenamedWholly) {
+    DataStructure scene(Text("scene"));
+    DataValue title(Text("title"));
+    scene.addField(&title, 0);
+    Text longer("a_name_longer_than_a_string_holds");
+    try {
+        const FailingAllocations none(1);
+        title.setName(longer);
+    } catch (const std::bad_alloc&) {
+        EXPECT_STREQ(title.getName(), "title");
+    }
+    EXPECT_EQ(scene.getField(Text("title"), 0, 0), &title);
+}
+
+TEST(WithoutMemory, AChildMayBeDestroyed) {
+    DataStructure scene(Text("scene"));
+    auto title = std::make_unique<DataValue>(Text("title"));
+    scene.addField(title.get(), 0);
+    {
+        const FailingAllocations none(1);
+        title.reset();
+    }
+    EXPECT_EQ(scene.getField(Text("title"), 0, 0), nullptr);
+}
+
+TEST(WithoutMemory, PathsAreWalked) {
+    SceneTree tree;
+    const FailingAllocations none(1);
+    EXPECT_EQ(tree.root.getField(Text("scene"), 0, 0), tree.scene);
+    EXPECT_EQ(tree.root.getField(Text("scene"), 0, 0), tree.scene);
+}

@@ -1,0 +1,488 @@
+#include <support/RecordingHandler.h>
+#include <support/SceneTree.h>
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <new>
+#include <string>
+
+namespace {
+
+/// Asks twice: a path in use is remembered.
+DataField* at(DataNode& node, const std::string& path, int flag = 1) {
+    Text text(path);
+    DataField* first = node.getField(text, 0, flag);
+    DataField* second = node.getField(text, 0, flag);
+    EXPECT_EQ(first, second) << path;
+    return second;
+}
+
+std::unique_ptr<DataValue> value(const char* name) {
+    return std::make_unique<DataValue>(Text(name));
+}
+
+/// A structure of a client, which finds a field of its own under every path.
+class Oracle : public DataStructure {
+public:
+    Oracle() : DataStructure(Text("oracle")) {}
+
+    DataField* getField(char* /*path*/, int /*index*/, int /*flag*/) override { return &answer; }
+
+    DataValue answer{Text("answer")};
+};
+
+/// A leaf of a client, which keeps what it is given elsewhere.
+class Meter : public DataValue {
+public:
+    Meter() : DataValue(Text("meter")) {}
+
+    using DataValue::getData;
+    using DataValue::setData;
+
+    void setData(const char* text) override { told = text; }
+    bool getData(char** text, int /*index*/) override {
+        *text = told.data();
+        return true;
+    }
+
+    std::string told = "0";
+};
+
+/// A root of a client that may be switched to another tree.
+class Switch : public Orbel {
+public:
+    Switch() : Orbel(Text("switch")) {}
+
+    DataField* getField(char* path, int index, int flag) override {
+        return other ? other->getField(path, index, flag) : DataStructure::getField(path, index, flag);
+    }
+
+    DataNode* other = nullptr;
+};
+
+} // namespace
+
+TEST(PathChanges, ARemovedChildIsFoundNoMore) {
+    SceneTree tree;
+    EXPECT_EQ(at(tree.root, "scene/title"), tree.title);
+    tree.scene->removeField(Text("title"), 0);
+    const std::unique_ptr<DataValue> removed(tree.title);
+    EXPECT_EQ(at(tree.root, "scene/title"), nullptr);
+}
+
+TEST(PathChanges, AnotherChildOfTheNameIsFoundInstead) {
+    SceneTree tree;
+    EXPECT_EQ(at(tree.root, "scene/title"), tree.title);
+    tree.scene->removeField(Text("title"), 0);
+    delete tree.title;
+    auto* other = new DataValue(Text("title"));
+    tree.scene->addField(other, 0);
+    EXPECT_EQ(at(tree.root, "scene/title"), other);
+}
+
+TEST(PathChanges, ARemovedBranchTakesItsPathsAlong) {
+    SceneTree tree;
+    EXPECT_EQ(at(tree.root, "scene/title"), tree.title);
+    EXPECT_EQ(at(*tree.scene, "title"), tree.title);
+    tree.root.removeField(Text("scene"), 0);
+    EXPECT_EQ(at(tree.root, "scene/title"), nullptr);
+    EXPECT_EQ(at(*tree.scene, "title"), tree.title);
+    tree.root.addField(tree.scene, 0);
+    EXPECT_EQ(at(tree.root, "scene/title"), tree.title);
+}
+
+TEST(PathChanges, DeletedAndReleasedChildrenAreFoundNoMore) {
+    SceneTree tree;
+    EXPECT_EQ(at(tree.root, "scene/title"), tree.title);
+    tree.scene->deleteChildren();
+    EXPECT_EQ(at(tree.root, "scene/title"), nullptr);
+    EXPECT_EQ(at(tree.root, "scene"), tree.scene);
+    tree.root.removeChildren();
+    EXPECT_EQ(at(tree.root, "scene"), nullptr);
+    for (DataNode* node :
+         {static_cast<DataNode*>(tree.scene), static_cast<DataNode*>(tree.points), static_cast<DataNode*>(tree.cities)})
+        tree.root.addField(node, 0);
+}
+
+TEST(PathChanges, AnArrayThatIsEmptiedAndGrownHasOtherElements) {
+    SceneTree tree;
+    EXPECT_EQ(at(tree.root, "points[2]/x"), tree.xOfPoint(2));
+    tree.points->removeChildren();
+    EXPECT_EQ(at(tree.root, "points[2]/x"), nullptr);
+    tree.points->setSize(3);
+    EXPECT_EQ(at(tree.root, "points[2]/x"), nullptr);
+    auto* x = new DataValue(Text("x"));
+    tree.points->getObject(2)->addField(x, 0);
+    EXPECT_EQ(at(tree.root, "points[2]/x"), x);
+}
+
+TEST(PathChanges, ATableThatIsEmptiedHasOtherEntriesUnderTheSameKey) {
+    SceneTree tree;
+    EXPECT_EQ(at(tree.root, "cities[Oslo]/x"), tree.xOf(tree.city("Oslo")));
+    EXPECT_EQ(at(tree.root, "cities[Oslo]"), tree.city("Oslo"));
+    tree.cities->removeChildren();
+    EXPECT_EQ(at(tree.root, "cities[Oslo]/x"), nullptr);
+    EXPECT_EQ(at(tree.root, "cities[Oslo]"), nullptr);
+    auto* x = new DataValue(Text("x"));
+    tree.cities->newObject(Text("Oslo"))->addField(x, 0);
+    EXPECT_EQ(at(tree.root, "cities[Oslo]/x"), x);
+}
+
+TEST(PathChanges, TheFlagStillTellsATableFromItsEntry) {
+    SceneTree tree;
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(at(tree.root, "cities[Oslo]", 0), tree.cities);
+        EXPECT_EQ(at(tree.root, "cities[Oslo]", 1), tree.city("Oslo"));
+    }
+}
+
+TEST(PathChanges, ARenamedChildIsFoundByTheNameItCameInWith) {
+    SceneTree tree;
+    EXPECT_EQ(at(tree.root, "scene/title"), tree.title);
+    tree.title->setName(Text("headline"));
+    EXPECT_EQ(at(tree.root, "scene/title"), tree.title);
+    EXPECT_EQ(at(tree.root, "scene/headline"), nullptr);
+    auto* headline = new DataValue(Text("headline"));
+    EXPECT_TRUE(tree.scene->addField(headline, 0));
+    EXPECT_EQ(at(tree.root, "scene/headline"), headline);
+    EXPECT_EQ(at(tree.root, "scene/title"), tree.title);
+    DataValue refused(Text("title"));
+    EXPECT_FALSE(tree.scene->addField(&refused, 0));
+}
+
+TEST(PathChanges, AChildMayStandUnderTwoNames) {
+    DataStructure scene(Text("scene"));
+    auto title = value("title");
+    scene.addField(title.get(), 0);
+    title->setName(Text("headline"));
+    EXPECT_TRUE(scene.addField(title.get(), 0));
+    EXPECT_EQ(at(scene, "title"), title.get());
+    EXPECT_EQ(at(scene, "headline"), title.get());
+    scene.removeField(Text("headline"), 0);
+    EXPECT_EQ(at(scene, "title"), title.get());
+    EXPECT_EQ(at(scene, "headline"), nullptr);
+}
+
+// A field that was deleted under one of its two names was deleted again under the other.
+TEST(PathChanges, AChildUnderTwoNamesIsDeletedOnce) {
+    DataStructure scene(Text("scene"));
+    auto* title = new DataValue(Text("title"));
+    scene.addField(title, 0);
+    title->setName(Text("headline"));
+    scene.addField(title, 0);
+    scene.deleteChildren();
+    EXPECT_EQ(scene.getNumFields(), 0);
+}
+
+// Looking up a renamed child that had been destroyed read freed memory.
+TEST(PathChanges, ARenamedChildThatIsDestroyedIsFoundNoMore) {
+    DataStructure scene(Text("scene"));
+    auto title = value("title");
+    scene.addField(title.get(), 0);
+    title->setName(Text("headline"));
+    EXPECT_EQ(at(scene, "title"), title.get());
+    title.reset();
+    EXPECT_EQ(at(scene, "title"), nullptr);
+    EXPECT_EQ(at(scene, "headline"), nullptr);
+    EXPECT_EQ(scene.getFieldByIndex(0), nullptr);
+    scene.clearData();
+}
+
+// The same, of a child of two structures.
+TEST(PathChanges, AChildOfTwoStructuresThatIsDestroyedIsFoundInNeither) {
+    DataStructure first(Text("first"));
+    DataStructure second(Text("second"));
+    auto title = value("title");
+    first.addField(title.get(), 0);
+    second.addField(title.get(), 0);
+    EXPECT_EQ(at(first, "title"), title.get());
+    EXPECT_EQ(at(second, "title"), title.get());
+    title.reset();
+    EXPECT_EQ(at(first, "title"), nullptr);
+    EXPECT_EQ(at(second, "title"), nullptr);
+    std::vector<DataField*> fields;
+    second.getFieldsVector(&fields);
+    EXPECT_TRUE(fields.empty());
+}
+
+TEST(PathChanges, AChildOfTwoStructuresLeavesEachByItself) {
+    DataStructure first(Text("first"));
+    DataStructure second(Text("second"));
+    auto title = value("title");
+    first.addField(title.get(), 0);
+    second.addField(title.get(), 0);
+    first.removeField(Text("title"), 0);
+    EXPECT_EQ(at(first, "title"), nullptr);
+    EXPECT_EQ(at(second, "title"), title.get());
+    title->setName(Text("headline"));
+    EXPECT_EQ(at(second, "title"), title.get());
+    EXPECT_TRUE(first.addField(title.get(), 0));
+    EXPECT_EQ(at(first, "headline"), title.get());
+}
+
+// The name of a child that had been destroyed stayed taken: each path with a kind made a field that nobody found.
+TEST(PathChanges, AFieldTakesThePlaceOfOneThatWasDestroyed) {
+    Owned<DataStructure> scene(Text("scene"));
+    {
+        DataValue title(Text("title"));
+        scene.addField(&title, 0);
+    }
+    DataField* created = scene.getField(Text("string:title"), 0, 0);
+    EXPECT_EQ(at(scene, "title"), created);
+    EXPECT_EQ(scene.getNumFields(), 1);
+    EXPECT_EQ(created->getRef(), 1);
+}
+
+// A structure without parent had a child "..", and that was still found when the structure got a parent.
+TEST(PathChanges, TwoDotsAreTheParentAsSoonAsThereIsOne) {
+    Orbel root(Text("root"));
+    DataStructure scene(Text("scene"));
+    DataValue dots(Text(".."));
+    DataValue title(Text("title"));
+    scene.addField(&dots, 0);
+    root.addField(&title, 0);
+    EXPECT_EQ(at(scene, ".."), &dots);
+    EXPECT_EQ(at(scene, "../title"), &dots);
+    root.addField(&scene, 0);
+    EXPECT_EQ(at(scene, ".."), nullptr);
+    EXPECT_EQ(at(scene, "../title"), &title);
+    root.removeChildren();
+    EXPECT_EQ(at(scene, ".."), &dots);
+}
+
+TEST(PathChanges, AssigningAStructureGivesItTheChildrenOfTheOther) {
+    DataStructure first(Text("first"));
+    DataStructure second(Text("second"));
+    DataValue inFirst(Text("x"));
+    DataValue inSecond(Text("x"));
+    first.addField(&inFirst, 0);
+    second.addField(&inSecond, 0);
+    EXPECT_EQ(at(first, "x"), &inFirst);
+    EXPECT_EQ(at(second, "x"), &inSecond);
+    first = second;
+    EXPECT_EQ(at(first, "x"), &inSecond);
+    EXPECT_EQ(at(second, "x"), &inSecond);
+    EXPECT_EQ(inFirst.getParent(), nullptr);
+    EXPECT_EQ(inFirst.getRef(), 0);
+}
+
+TEST(PathChanges, StructuresThatShareChildrenLoseThemTogether) {
+    DataStructure origin(Text("origin"));
+    DataValue x(Text("x"));
+    origin.addField(&x, 0);
+    DataStructure copy(origin);
+    EXPECT_EQ(at(origin, "x"), &x);
+    EXPECT_EQ(at(copy, "x"), &x);
+    copy.removeField(Text("x"), 0);
+    EXPECT_EQ(at(origin, "x"), nullptr);
+    EXPECT_EQ(at(copy, "x"), nullptr);
+    origin.addField(&x, 0);
+    EXPECT_EQ(at(copy, "x"), &x);
+}
+
+TEST(PathChanges, AStructureInThePlaceOfAnotherFindsItsOwn) {
+    DataValue inFirst(Text("x"));
+    DataValue inSecond(Text("x"));
+    alignas(DataStructure) unsigned char room[sizeof(DataStructure)];
+    auto* asked = new (room) DataStructure(Text("first"));
+    asked->addField(&inFirst, 0);
+    EXPECT_EQ(at(*asked, "x"), &inFirst);
+    asked->~DataStructure();
+    asked = new (room) DataStructure(Text("second"));
+    EXPECT_EQ(at(*asked, "x"), nullptr);
+    asked->addField(&inSecond, 0);
+    EXPECT_EQ(at(*asked, "x"), &inSecond);
+    asked->~DataStructure();
+}
+
+TEST(PathChanges, ANodeThatBecomesALeafEndsThePath) {
+    SceneTree tree;
+    EXPECT_EQ(at(tree.root, "scene/title"), tree.title);
+    tree.scene->setType(DataField::getClassType());
+    EXPECT_EQ(at(tree.root, "scene/title"), tree.scene);
+    tree.scene->setType(DataStructure::getClassType());
+    EXPECT_EQ(at(tree.root, "scene/title"), tree.title);
+}
+
+// Changing the class of a child whose reference count had been cleared left paths through it as they were.
+TEST(PathChanges, AnUncountedNodeMayBecomeALeafToo) {
+    for (const bool byClearing : {true, false}) {
+        SceneTree tree;
+        if (byClearing)
+            tree.scene->clearRef();
+        else
+            tree.scene->unref();
+        EXPECT_EQ(at(tree.root, "scene/title"), tree.title);
+        tree.scene->setType(DataField::getClassType());
+        EXPECT_EQ(at(tree.root, "scene/title"), tree.scene);
+        tree.scene->setType(DataStructure::getClassType());
+    }
+}
+
+// The same when the class came with an assignment.
+TEST(PathChanges, AnAssignedClassCountsAtOnce) {
+    Orbel root(Text("root"));
+    DataStructure scene(Text("scene"));
+    DataStructure other(Text("scene"));
+    DataValue title(Text("title"));
+    root.addField(&scene, 0);
+    scene.addField(&title, 0);
+    other.setType(DataField::getClassType());
+    EXPECT_EQ(at(root, "scene/title"), &title);
+    static_cast<DataField&>(scene) = other;
+    EXPECT_EQ(at(root, "scene/title"), &scene);
+}
+
+TEST(PathChanges, RetypedObjectsHaveOtherFields) {
+    SceneTree tree;
+    auto* object = new DataObject(Text("object"));
+    tree.root.addField(object, 0);
+    object->addField(new DataValue(Text("x")), 0);
+    EXPECT_NE(at(tree.root, "object/x"), nullptr);
+    object->setObjectType(static_cast<DataObjectType*>(nullptr));
+    EXPECT_NE(at(tree.root, "object/x"), nullptr);
+    DataObjectType type;
+    object->setObjectType(&type);
+    EXPECT_EQ(at(tree.root, "object/x"), nullptr);
+    object->addField(new DataValue(Text("x")), 0);
+    DataField* x = at(tree.root, "object/x");
+    EXPECT_EQ(x, object->getFieldByIndex(0));
+    object->setObjectType(static_cast<DataObjectType*>(nullptr));
+    EXPECT_EQ(at(tree.root, "object/x"), nullptr);
+}
+
+TEST(PathChanges, StructuresOfClientsAreAskedEachTime) {
+    Orbel root(Text("root"));
+    Oracle oracle;
+    root.addField(&oracle, 0);
+    DataValue stored(Text("x"));
+    oracle.addField(&stored, 0);
+    EXPECT_EQ(at(root, "oracle/x"), &oracle.answer);
+    EXPECT_EQ(oracle.DataStructure::getField(Text("x"), 0, 0), &stored);
+    EXPECT_TRUE(oracle.setFieldData(Text("x"), Text("told")));
+    EXPECT_EQ(*oracle.answer.getData(0), "told");
+    EXPECT_EQ(*stored.getData(0), " ");
+}
+
+TEST(PathChanges, LeavesOfClientsAreToldThemselves) {
+    Orbel root(Text("root"));
+    Meter meter;
+    root.addField(&meter, 0);
+    for (const char* text : {"1", "2"}) {
+        EXPECT_TRUE(root.setFieldData(Text("meter"), Text(text)));
+        EXPECT_EQ(meter.told, text);
+        char* read = nullptr;
+        EXPECT_TRUE(root.getFieldData(Text("meter"), &read));
+        EXPECT_STREQ(read, text);
+    }
+    EXPECT_EQ(*meter.DataValue::getData(0), " ");
+}
+
+TEST(PathChanges, RootsOfClientsDecideEachTime) {
+    SceneTree tree;
+    Switch root;
+    DataValue own(Text("scene"));
+    root.addField(&own, 0);
+    EXPECT_EQ(at(root, "scene"), &own);
+    EXPECT_TRUE(root.setFieldData(Text("scene"), Text("1")));
+    EXPECT_TRUE(root.setFieldData(Text("scene"), Text("2")));
+    EXPECT_EQ(*own.getData(0), "2");
+    root.other = &tree.root;
+    EXPECT_EQ(at(root, "scene"), tree.scene);
+    EXPECT_EQ(at(root, "scene/title"), tree.title);
+    EXPECT_TRUE(root.setFieldData(Text("scene/title"), Text("3")));
+    EXPECT_EQ(*tree.title->getData(0), "3");
+    EXPECT_EQ(*own.getData(0), "2");
+}
+
+TEST(PathChanges, PathsAroundTheLengthThatIsRememberedAreAlike) {
+    for (const int length : {1, 2, 3, 4, 7, 8, 15, 16, 17, 29, 30, 31, 32, 33, 64, 98, 99, 100}) {
+        Orbel root(Text("root"));
+        DataValue first(Text(std::string(static_cast<std::size_t>(length), 'n')));
+        DataValue second(Text(first.getName()));
+        const std::string path = first.getName();
+        root.addField(&first, 0);
+        EXPECT_EQ(at(root, path), &first);
+        EXPECT_EQ(at(root, path + 'n'), nullptr);
+        EXPECT_EQ(at(root, path + '/'), &first);
+        EXPECT_TRUE(root.setFieldData(Text(path), Text("1")));
+        EXPECT_TRUE(root.setFieldData(Text(path), Text("2")));
+        EXPECT_EQ(*first.getData(0), "2");
+        root.removeField(Text(path), 0);
+        EXPECT_EQ(at(root, path), nullptr);
+        EXPECT_FALSE(root.setFieldData(Text(path), Text("3")));
+        root.addField(&second, 0);
+        EXPECT_EQ(at(root, path), &second);
+        EXPECT_EQ(*first.getData(0), "2");
+    }
+}
+
+TEST(PathChanges, NamesThatNoPathCanSayAreNeverFound) {
+    Orbel root(Text("root"));
+    DataValue bracket(Text("a[1]"));
+    DataValue colon(Text("string:b"));
+    DataValue slash(Text("c/d"));
+    DataValue plain(Text("a"));
+    for (DataValue* child : {&bracket, &colon, &slash})
+        EXPECT_TRUE(root.addField(child, 0));
+    EXPECT_EQ(at(root, "a[1]"), nullptr);
+    EXPECT_EQ(at(root, "c/d"), nullptr);
+    EXPECT_EQ(at(root, "b"), nullptr);
+    root.addField(&plain, 0);
+    EXPECT_EQ(at(root, "a[1]"), &plain);
+    root.removeField(Text("a[1]"), 0);
+    EXPECT_EQ(bracket.getRef(), 0);
+    EXPECT_EQ(at(root, "a[1]"), &plain);
+    root.removeField(Text("c/d"), 0);
+    root.removeField(Text("string:b"), 0);
+    EXPECT_EQ(root.getNumFields(), 1);
+}
+
+// A handler that assigned the structure being cleared made the walk go on over freed memory.
+TEST(PathChanges, AStructureMayBeAssignedWhileItIsCleared) {
+    Diary diary;
+    RecordingHandler handler(diary, "A");
+    DataStructure other(Text("other"));
+    DataValue inOther(Text("z"));
+    other.addField(&inOther, 0);
+    DataStructure scene(Text("scene"));
+    DataValue x(Text("x"));
+    DataValue y(Text("y"));
+    scene.addField(&x, 0);
+    scene.addField(&y, 0);
+    x.registerHandler(&handler);
+    y.setData("kept");
+    handler.onceThen([&] { scene = other; });
+    scene.clearData();
+    EXPECT_EQ(diary.take(), "A changed");
+    EXPECT_EQ(*y.getData(0), "kept");
+    EXPECT_EQ(x.getParent(), nullptr);
+    EXPECT_EQ(y.getRef(), 0);
+    EXPECT_EQ(at(scene, "z"), &inOther);
+}
+
+// The same from which is copied: it kept its references on the children that it had.
+TEST(PathChanges, AStructureMayBeAssignedWhileItIsCopied) {
+    Diary diary;
+    RecordingHandler handler(diary, "A");
+    DataStructure other(Text("other"));
+    DataStructure source(Text("source"));
+    DataStructure target(Text("target"));
+    DataValue x(Text("x"));
+    DataValue y(Text("y"));
+    source.addField(&x, 0);
+    source.addField(&y, 0);
+    DataValue toX(Text("x"));
+    DataValue toY(Text("y"));
+    target.addField(&toX, 0);
+    target.addField(&toY, 0);
+    toX.registerHandler(&handler);
+    handler.onceThen([&] { source = other; });
+    EXPECT_TRUE(target.copyData(&source, 0, 0, -1));
+    EXPECT_EQ(diary.take(), "A same");
+    EXPECT_EQ(source.getNumFields(), 0);
+    EXPECT_EQ(x.getParent(), nullptr);
+    EXPECT_EQ(x.getRef(), 0);
+    EXPECT_EQ(y.getRef(), 0);
+}

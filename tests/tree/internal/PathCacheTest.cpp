@@ -1,0 +1,160 @@
+#include <orbel/tree/PathCache.h>
+#include <orbel/tree/TreeState.h>
+
+#include <support/SceneTree.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+
+namespace {
+
+// A cache lives until the process ends and is never taken apart, so those of the tests are static.
+
+/// What the cache has for a path of the scene, null without an entry.
+DataField* cached(const PathCache& cache, SceneTree& tree, const std::string& path) {
+    const PathCache::Entry* entry = cache.find(tree.root, path);
+    return entry ? entry->field : nullptr;
+}
+
+} // namespace
+
+TEST(PathCache, KnowsNothingAtFirst) {
+    SceneTree tree;
+    static PathCache cache;
+    EXPECT_EQ(cached(cache, tree, ""), nullptr);
+    EXPECT_EQ(cached(cache, tree, "scene/title"), nullptr);
+    cache.drop();
+    EXPECT_EQ(cached(cache, tree, ""), nullptr);
+}
+
+TEST(PathCache, KeepsTheFieldAndWhereItWasLookedUp) {
+    SceneTree tree;
+    static PathCache cache;
+    cache.insert(tree.root, "scene/title", *tree.title, *tree.scene);
+    const PathCache::Entry* entry = cache.find(tree.root, "scene/title");
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(entry->asked, &tree.root);
+    EXPECT_EQ(entry->field, tree.title);
+    EXPECT_EQ(entry->searched, tree.scene);
+    EXPECT_EQ(cache.find(*tree.scene, "scene/title"), nullptr);
+    EXPECT_EQ(cache.find(tree.root, "scene/titl"), nullptr);
+    EXPECT_EQ(cache.find(tree.root, "scene/title/"), nullptr);
+}
+
+TEST(PathCache, IsDirectBetweenTheLibrarysOwnClasses) {
+    class Box : public DataStructure {
+        using DataStructure::DataStructure;
+    } box(Text("box"));
+    class Meter : public DataValue {
+        using DataValue::DataValue;
+    } meter(Text("meter"));
+    SceneTree tree;
+    Orbel root(Text("root"));
+    DataObject object(Text("object"));
+    static PathCache cache;
+    const auto isDirect = [&](DataStructure& asked, DataField& field, const char* path) {
+        cache.insert(asked, path, field, asked);
+        return cache.find(asked, path)->isDirect;
+    };
+    EXPECT_TRUE(isDirect(root, *tree.title, "value"));
+    EXPECT_TRUE(isDirect(*tree.scene, *tree.title, "value"));
+    EXPECT_TRUE(isDirect(object, *tree.title, "value"));
+    EXPECT_FALSE(isDirect(root, *tree.scene, "node"));
+    EXPECT_FALSE(isDirect(root, meter, "meter"));
+    EXPECT_FALSE(isDirect(box, *tree.title, "value"));
+    // SceneTree has a root of its own class.
+    EXPECT_FALSE(isDirect(tree.root, *tree.title, "value"));
+}
+
+TEST(PathCache, TakesPathsOfUpTo30Characters) {
+    SceneTree tree;
+    static PathCache cache;
+    EXPECT_EQ(PathCache::maxLength, 30u);
+    for (std::size_t length = 0; length <= 32; ++length) {
+        const std::string path(length, 'p');
+        cache.insert(tree.root, path, *tree.title, *tree.scene);
+        EXPECT_EQ(cached(cache, tree, path), length <= 30 ? tree.title : nullptr) << length;
+    }
+    EXPECT_EQ(cached(cache, tree, std::string(29, 'p') + "q"), nullptr);
+}
+
+TEST(PathCache, FindsEachOfThousands) {
+    SceneTree tree;
+    static PathCache cache;
+    DataField* const fields[] = {tree.title, tree.scene, tree.points};
+    for (int number = 0; number < 10'000; ++number)
+        cache.insert(tree.root, "field" + std::to_string(number), *fields[number % 3], tree.root);
+    for (int number = 0; number < 10'000; ++number)
+        ASSERT_EQ(cached(cache, tree, "field" + std::to_string(number)), fields[number % 3]) << number;
+    EXPECT_EQ(cached(cache, tree, "field10000"), nullptr);
+}
+
+TEST(PathCache, DropsEverythingAtOnce) {
+    SceneTree tree;
+    static PathCache cache;
+    for (int number = 0; number < 1'000; ++number)
+        cache.insert(tree.root, std::to_string(number), *tree.title, *tree.scene);
+    cache.drop();
+    for (int number = 0; number < 1'000; ++number)
+        EXPECT_EQ(cached(cache, tree, std::to_string(number)), nullptr);
+    cache.insert(tree.root, "7", *tree.scene, tree.root);
+    EXPECT_EQ(cached(cache, tree, "7"), tree.scene);
+}
+
+TEST(PathCache, StaysSoundWhenItHasDroppedMoreOftenThanItCanCount) {
+    SceneTree tree;
+    static PathCache cache(UINT32_MAX - 3);
+    for (int round = 0; round < 8; ++round) {
+        const std::string path = "round" + std::to_string(round);
+        EXPECT_EQ(cached(cache, tree, path), nullptr);
+        cache.insert(tree.root, path, *tree.title, *tree.scene);
+        EXPECT_EQ(cached(cache, tree, path), tree.title);
+        cache.drop();
+        for (int earlier = 0; earlier <= round; ++earlier)
+            EXPECT_EQ(cached(cache, tree, "round" + std::to_string(earlier)), nullptr);
+    }
+}
+
+TEST(PathCache, StartsAnewBeyondItsLargestSize) {
+    SceneTree tree;
+    static PathCache cache;
+    std::string path = "0000000";
+    std::size_t dropped = 0;
+    for (std::size_t number = 0; number <= PathCache::maxEntries; ++number) {
+        std::string digits = std::to_string(number);
+        path.replace(7 - digits.size(), digits.size(), digits);
+        cache.insert(tree.root, path, *tree.title, *tree.scene);
+        if (dropped == 0 && number > 0 && !cache.find(tree.root, "0000000"))
+            dropped = number;
+    }
+    EXPECT_GT(dropped, PathCache::maxEntries / 2);
+    EXPECT_EQ(cached(cache, tree, path), tree.title);
+}
+
+TEST(PathCache, OfTheProcessFollowsTheTree) {
+    SceneTree tree;
+    EXPECT_EQ(treeState.paths.find(tree.root, "scene/title"), nullptr);
+    tree.at("scene/title");
+    ASSERT_NE(treeState.paths.find(tree.root, "scene/title"), nullptr);
+    EXPECT_EQ(treeState.paths.find(tree.root, "scene/title")->field, tree.title);
+    // What comes changes no path that leads somewhere.
+    tree.scene->addField(new DataValue(Text("other")), 0);
+    EXPECT_NE(treeState.paths.find(tree.root, "scene/title"), nullptr);
+    tree.scene->removeField(Text("title"), 0);
+    EXPECT_EQ(treeState.paths.find(tree.root, "scene/title"), nullptr);
+    tree.scene->addField(tree.title, 0);
+}
+
+TEST(PathCache, OfTheProcessTakesPlainPathsAlone) {
+    SceneTree tree;
+    for (const char* path : {"cities[Oslo]", "scene/../scene/title", "string:scene", "scene/missing", "*/x", ".."}) {
+        tree.at(path, 1);
+        EXPECT_EQ(treeState.paths.find(tree.root, path), nullptr) << path;
+    }
+    for (const char* path : {"scene", "points[1]/x", "cities[Oslo]/x", "cities", "scene/title/more"}) {
+        tree.at(path, 1);
+        EXPECT_NE(treeState.paths.find(tree.root, path), nullptr) << path;
+    }
+}
