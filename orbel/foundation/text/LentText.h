@@ -22,13 +22,13 @@ public:
 
     void giveBack(Buffer& buffer) {
         --m_lent;
-        if (buffer.capacity() * sizeof(typename Buffer::value_type) > mostKept) // NOLINT(bugprone-sizeof-expression)
+        if (buffer.capacity() > mostKept)
             Buffer().swap(buffer);
     }
 
 private:
-    /// Bytes: one buffer out of the ordinary must not cost its memory for the rest of the process.
-    static constexpr std::size_t mostKept = 1'048'576;
+    /// One buffer out of the ordinary must not cost its memory for the rest of the process.
+    static constexpr std::size_t mostKept = 262'144;
 
     // By pointers, for taking one more must not move those that are lent.
     std::vector<std::unique_ptr<Buffer>> m_buffers;
