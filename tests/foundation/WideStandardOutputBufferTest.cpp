@@ -10,7 +10,7 @@
 
 namespace {
 
-class OpenBuffer : public WideStandardOutputBuffer {
+class OpenWideBuffer : public WideStandardOutputBuffer {
 public:
     using WideStandardOutputBuffer::epptr;
     using WideStandardOutputBuffer::overflow;
@@ -29,7 +29,7 @@ std::string contentOf(const std::string& file) {
 }
 
 TEST(WideStandardOutputBufferTest, HasNoPutArea) {
-    OpenBuffer buffer;
+    OpenWideBuffer buffer;
     EXPECT_EQ(buffer.pbase(), nullptr);
     EXPECT_EQ(buffer.pptr(), nullptr);
     EXPECT_EQ(buffer.epptr(), nullptr);
@@ -54,7 +54,7 @@ TEST(WideStandardOutputBufferDeathTest, WritesAStreamToStandardOutput) {
         {
             if (!std::freopen(file.c_str(), "w", stdout))
                 std::_Exit(2);
-            OpenBuffer own;
+            OpenWideBuffer own;
             const bool returned = own.overflow(L'<') == L'<';
             std::wostream os(&woutbuf);
             os << L"scene" << L'/' << 42;
@@ -74,10 +74,10 @@ TEST(WideStandardOutputBufferDeathTest, OverflowReturnsEndOfFileWhenTheWriteFail
             std::fclose(std::fopen(file.c_str(), "w"));
             if (!std::freopen(file.c_str(), "r", stdout))
                 std::_Exit(2);
-            OpenBuffer buffer;
+            OpenWideBuffer buffer;
             std::wostream os(&buffer);
             os << L'x';
-            std::_Exit(buffer.overflow(L'x') == OpenBuffer::traits_type::eof() && os.bad() ? 0 : 1);
+            std::_Exit(buffer.overflow(L'x') == OpenWideBuffer::traits_type::eof() && os.bad() ? 0 : 1);
         },
         testing::ExitedWithCode(0), "");
     std::remove(file.c_str());

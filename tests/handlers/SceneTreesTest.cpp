@@ -10,7 +10,7 @@
 
 namespace {
 
-const std::string cannotRetrieve = "------------  Can't Retrieve Orbel ------------\n";
+const std::string noTree = "------------  Can't Retrieve Orbel ------------\n";
 
 std::string creating(const std::string& name) {
     return "++++++++++ Creating new Orbel : " + name + " ++++++++++\n";
@@ -92,14 +92,14 @@ TEST_F(SingleTree, RemembersNoSceneToo) {
     IDataHandlerImpl::getOrbel(-1, true);
     initWith("MultiOrbel=1\n");
     EXPECT_EQ(IDataHandlerImpl::getOrbel(-1, false), nullptr);
-    EXPECT_EQ(console.takeOutput(), cannotRetrieve);
+    EXPECT_EQ(console.takeOutput(), noTree);
 }
 
 TEST_F(TreePerScene, NeedsACurrentScene) {
     EXPECT_EQ(IDataHandlerImpl::getOrbel(-1, false), nullptr);
-    EXPECT_EQ(console.takeOutput(), cannotRetrieve);
+    EXPECT_EQ(console.takeOutput(), noTree);
     EXPECT_EQ(IDataHandlerImpl::getOrbel(-1, true), nullptr);
-    EXPECT_EQ(console.takeOutput(), cannotRetrieve);
+    EXPECT_EQ(console.takeOutput(), noTree);
 }
 
 TEST_F(TreePerScene, IsMadeOnce) {
@@ -115,7 +115,7 @@ TEST_F(TreePerScene, BecomesCurrentOnDemandOnly) {
     Orbel* tree = IDataHandlerImpl::getOrbel(7, false);
     console.takeOutput();
     EXPECT_EQ(IDataHandlerImpl::getOrbel(-1, false), nullptr);
-    EXPECT_EQ(console.takeOutput(), cannotRetrieve);
+    EXPECT_EQ(console.takeOutput(), noTree);
     EXPECT_EQ(IDataHandlerImpl::getOrbel(7, true), tree);
     EXPECT_EQ(IDataHandlerImpl::getOrbel(-1, false), tree);
     EXPECT_EQ(IDataHandlerImpl::getOrbel(-1, true), tree);

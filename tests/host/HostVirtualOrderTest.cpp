@@ -70,14 +70,14 @@ TEST(VirtualOrder, OfHostHandlersGoesOnWithTheirOwn) {
 }
 
 TEST(VirtualOrder, OfStructureHandlersEndsWithTheirOwn) {
-    using Structure = korDataStructureHandler;
-    EXPECT_EQ((virtualSlot<void, korDataHandler, const char*, int>(&Structure::Register)), 23U);
-    EXPECT_EQ(virtualSlot(&Structure::Unregister), 25U);
-    EXPECT_EQ((virtualSlot<void, Structure, char*, int>(&Structure::Register)), 28U);
-    EXPECT_EQ(virtualSlot(&Structure::RegisterChild), 29U);
-    EXPECT_EQ(virtualSlot(&Structure::UnregisterAllChildren), 30U);
-    EXPECT_EQ(virtualSlot(&Structure::syncChildren), 31U);
-    EXPECT_EQ(virtualSlot(&Next<Structure>::next), 32U);
+    using Handler = korDataStructureHandler;
+    EXPECT_EQ((virtualSlot<void, korDataHandler, const char*, int>(&Handler::Register)), 23U);
+    EXPECT_EQ(virtualSlot(&Handler::Unregister), 25U);
+    EXPECT_EQ((virtualSlot<void, Handler, char*, int>(&Handler::Register)), 28U);
+    EXPECT_EQ(virtualSlot(&Handler::RegisterChild), 29U);
+    EXPECT_EQ(virtualSlot(&Handler::UnregisterAllChildren), 30U);
+    EXPECT_EQ(virtualSlot(&Handler::syncChildren), 31U);
+    EXPECT_EQ(virtualSlot(&Next<Handler>::next), 32U);
 }
 
 TEST(VirtualOrder, OfPluginDataIsItsDestructorAlone) {

@@ -11,8 +11,8 @@
 
 namespace {
 
-constexpr int lowest = std::numeric_limits<int>::min();
-constexpr int highest = std::numeric_limits<int>::max();
+constexpr int lowestInt = std::numeric_limits<int>::min();
+constexpr int highestInt = std::numeric_limits<int>::max();
 
 /// A host with a scene and four containers below each other.
 class PluginData : public testing::Test {
@@ -137,7 +137,7 @@ TEST_F(PluginData, ServesTheRemoteContainerWhenTheHostKnowsIt) {
 
 TEST_F(PluginData, UnknownOthersAreTheCurrentContainer) {
     data.setRemoteContainer(board);
-    for (const int which : {-1, lowest, 4, 5, highest}) {
+    for (const int which : {-1, lowestInt, 4, 5, highestInt}) {
         serveOther(which);
         EXPECT_EQ(data.getCurrentContainer().id, text.id) << which;
     }
@@ -158,7 +158,7 @@ TEST_F(PluginData, AnyNumberButZeroIsOther) {
     serveOther(0);
     data.setIsOther(-1);
     EXPECT_EQ(data.getCurrentContainer().id, line.id);
-    data.setIsOther(highest);
+    data.setIsOther(highestInt);
     EXPECT_EQ(data.getCurrentContainer().id, line.id);
     data.setIsOther(0);
     EXPECT_EQ(data.getCurrentContainer().id, text.id);
@@ -173,7 +173,7 @@ TEST_F(PluginData, LookingAtAnotherContainerChangesNothing) {
 }
 
 TEST_F(PluginData, FlagsAreKeptAsTheyAre) {
-    for (const int flag : {0, 1, 3, -7, lowest, highest}) {
+    for (const int flag : {0, 1, 3, -7, lowestInt, highestInt}) {
         data.setIsOther(flag);
         EXPECT_EQ(data.getIsOther(), flag);
         data.setWhichOther(flag);
@@ -186,12 +186,12 @@ TEST_F(PluginData, NegativeItemsReadAsZero) {
     EXPECT_EQ(data.getCurrentItem(), 5);
     data.resetCurrentItem();
     EXPECT_EQ(data.getCurrentItem(), 0);
-    for (const int item : {-1, -2, lowest}) {
+    for (const int item : {-1, -2, lowestInt}) {
         data.setCurrentItem(item);
         EXPECT_EQ(data.getCurrentItem(), 0);
     }
-    data.setCurrentItem(highest);
-    EXPECT_EQ(data.getCurrentItem(), highest);
+    data.setCurrentItem(highestInt);
+    EXPECT_EQ(data.getCurrentItem(), highestInt);
 }
 
 TEST_F(PluginData, RemoteContainerIsFoundByName) {
@@ -266,8 +266,8 @@ TEST_F(PluginData, SceneIdTextHoldsAnyNumber) {
         data.setLocalScene(other);
         return std::string(data.getSceneID());
     };
-    EXPECT_EQ(textOf(highest), "#2147483647");
-    EXPECT_EQ(textOf(lowest), "#-2147483648");
+    EXPECT_EQ(textOf(highestInt), "#2147483647");
+    EXPECT_EQ(textOf(lowestInt), "#-2147483648");
     EXPECT_EQ(textOf(0), "#0");
     EXPECT_EQ(textOf(-1), "#-1");
     EXPECT_EQ(textOf(7), "#7");
@@ -374,7 +374,7 @@ TEST_F(PluginData, CopiesTakeEverything) {
     data.setRemoteContainer(show);
     korPluginData copy(data);
     korPluginData assigned;
-    SCENE other = lowest;
+    SCENE other = lowestInt;
     assigned.setLocalScene(other);
     assigned = data;
     for (korPluginData* taken : {&copy, &assigned}) {
@@ -395,7 +395,7 @@ TEST_F(PluginData, CopiesTakeEverything) {
 TEST_F(PluginData, CopiesHaveASceneIdTextOfTheirOwn) {
     data.setLocalScene(scene);
     korPluginData copy(data);
-    SCENE other = highest;
+    SCENE other = highestInt;
     copy.setLocalScene(other);
     EXPECT_STREQ(copy.getSceneID(), "#2147483647");
     EXPECT_EQ(data.getSceneID(), '#' + std::to_string(scene.id));

@@ -16,10 +16,10 @@ protected:
     }
 
     std::string namesOf(const std::vector<korDataHandler*>& handlers) {
-        std::string names;
+        std::string children;
         for (korDataHandler* handler : handlers)
-            names += (names.empty() ? "" : " ") + std::string(handler->getPluginName());
-        return names;
+            children += (children.empty() ? "" : " ") + std::string(handler->getPluginName());
+        return children;
     }
 
     std::string handlersOn(korDataHandler& asking, int container) {

@@ -21,7 +21,7 @@ public:
     std::vector<std::pair<std::string, int>> commands;
 };
 
-using Commands = std::vector<std::pair<std::string, int>>;
+using CommandTexts = std::vector<std::pair<std::string, int>>;
 
 TEST(DataStructure, AChildMayBeDestroyedBeforeItsParent) {
     DataStructure scene(Text("scene"));
@@ -393,7 +393,7 @@ TEST(DataStructure, CopiesFromNothingElse) {
 TEST(DataStructureParse, RunsTheCommandsBetweenTheBraces) {
     CommandRecorder recorder;
     recorder.parse(nullptr, Text("ignored {a = 1; b = {c = 2}} tail}"));
-    EXPECT_EQ(recorder.commands, (Commands{{"a = 1; b = {c = 2}", 0}}));
+    EXPECT_EQ(recorder.commands, (CommandTexts{{"a = 1; b = {c = 2}", 0}}));
 }
 
 TEST(DataStructureParse, WithoutBracesRunsNothing) {
@@ -406,16 +406,16 @@ TEST(DataStructureParse, WithoutBracesRunsNothing) {
 TEST(DataStructureParse, GivesOneGroupToEachIndex) {
     CommandRecorder recorder;
     recorder.parse(Text("1-2,5]"), Text("{a=1},{a=2;b=3},{a=4}"));
-    EXPECT_EQ(recorder.commands, (Commands{{"a=1", 1}, {"a=2;b=3", 2}, {"a=4", 5}}));
+    EXPECT_EQ(recorder.commands, (CommandTexts{{"a=1", 1}, {"a=2;b=3", 2}, {"a=4", 5}}));
 }
 
 TEST(DataStructureParse, StopsWhenGroupsOrIndicesRunOut) {
     CommandRecorder fewGroups;
     fewGroups.parse(Text("0-2000000000"), Text("{a=1},{a=2}"));
-    EXPECT_EQ(fewGroups.commands, (Commands{{"a=1", 0}, {"a=2", 1}}));
+    EXPECT_EQ(fewGroups.commands, (CommandTexts{{"a=1", 0}, {"a=2", 1}}));
     CommandRecorder fewIndices;
     fewIndices.parse(Text("4"), Text("{a=1},{a=2}"));
-    EXPECT_EQ(fewIndices.commands, (Commands{{"a=1", 4}}));
+    EXPECT_EQ(fewIndices.commands, (CommandTexts{{"a=1", 4}}));
 }
 
 // A range as long as this ran nothing at all.
@@ -423,13 +423,13 @@ TEST(DataStructureParse, TakesRangesUpToTheLargestNumber) {
     CommandRecorder recorder;
     recorder.parse(Text("0-2147483647"), Text("{a=1}"));
     recorder.parse(Text("2147483646-2147483647,0"), Text("{a=1},{a=2},{a=3}"));
-    EXPECT_EQ(recorder.commands, (Commands{{"a=1", 0}, {"a=1", 2147483646}, {"a=2", 2147483647}, {"a=3", 0}}));
+    EXPECT_EQ(recorder.commands, (CommandTexts{{"a=1", 0}, {"a=1", 2147483646}, {"a=2", 2147483647}, {"a=3", 0}}));
 }
 
 TEST(DataStructureParse, StopsAtARangeWithoutAStart) {
     CommandRecorder recorder;
     recorder.parse(Text("3,x,4"), Text("{a=1},{a=2},{a=3}"));
-    EXPECT_EQ(recorder.commands, (Commands{{"a=1", 3}}));
+    EXPECT_EQ(recorder.commands, (CommandTexts{{"a=1", 3}}));
 }
 
 TEST(DataStructureParse, StoresIntoChildren) {

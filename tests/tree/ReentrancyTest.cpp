@@ -123,7 +123,7 @@ struct Disturbance {
     int handlersLeft;
 };
 
-void nothing(Stage& /*stage*/) {}
+void nothingAtAll(Stage& /*stage*/) {}
 
 void unregister(Stage& stage, std::size_t handler) {
     stage.x().unregisterHandler(stage.handlers[handler].get());
@@ -136,7 +136,7 @@ void destroy(Stage& stage, std::size_t handler) {
 constexpr int fieldGone = -1;
 
 const Disturbance disturbances[] = {
-    {"Nothing", nothing, "ABC", "ABC", 3},
+    {"Nothing", nothingAtAll, "ABC", "ABC", 3},
     {"UnregisterSelf", [](Stage& stage) { unregister(stage, 1); }, "AB", "AC", 2},
     {"UnregisterEarlier", [](Stage& stage) { unregister(stage, 0); }, "AB", "BC", 2},
     {"UnregisterLater", [](Stage& stage) { unregister(stage, 2); }, "AB", "AB", 2},

@@ -22,7 +22,7 @@ public:
     static inline int alive = 0;
 };
 
-class StructureHandler : public DataHandler {
+class HandlerOfStructures : public DataHandler {
 public:
     DataType* getFieldType() override { return DataStructure::getClassType(); }
 };
@@ -108,7 +108,7 @@ TEST_F(RegistrationByPathTest, NewFieldHangsUnderTheStructureThatWasAsked) {
 }
 
 TEST_F(RegistrationByPathTest, HandlerDecidesTheClassOfTheNewField) {
-    StructureHandler handler;
+    HandlerOfStructures handler;
     registerOn(root, "zone", handler);
     EXPECT_EQ(lastChild(root), handler.getField());
     EXPECT_STREQ(handler.getField()->getTypeName(), "DataStructure");

@@ -11,7 +11,7 @@
 
 namespace {
 
-Tree<DataObject> object(const std::string& typeName) {
+Tree<DataObject> limitedObject(const std::string& typeName) {
     return Tree<DataObject>(DataObject::createObject(Text(typeName), Text("o")));
 }
 
@@ -46,12 +46,12 @@ std::string doublingTypes(int levels) {
 TEST(TypeLimits, KeepCountsBeyondWhatMemoryHoldsOut) {
     DeclaredTypes types("Point = {string x;}; T = {string s[2000000000]; Point p[2000000000]; string t[99999999999]=a;"
                         "Point q[-2000000000];};");
-    EXPECT_EQ(shapeOf(*object("T")), "o{p[],q[],s?,t=a}");
+    EXPECT_EQ(shapeOf(*limitedObject("T")), "o{p[],q[],s?,t=a}");
 }
 
 TEST(TypeLimits, TheLowestCountIsNoCount) {
     DeclaredTypes types("Point = {string x;}; T = {string s[-2147483648]=a; Point p[-2147483648]=b;};");
-    EXPECT_EQ(shapeOf(*object("T")), "o{p[],s=a}");
+    EXPECT_EQ(shapeOf(*limitedObject("T")), "o{p[],s=a}");
 }
 
 TEST(TypeLimits, KeepSizesOfPathsBeyondWhatMemoryHoldsOut) {
@@ -64,22 +64,22 @@ TEST(TypeLimits, KeepSizesOfPathsBeyondWhatMemoryHoldsOut) {
 
 TEST(TypeLimits, ATypeInsideItselfHasNoField) {
     DeclaredTypes types("A = {string x=0;}; A = {A self; A several[3];};");
-    EXPECT_EQ(shapeOf(*object("A")), "o{x=0}");
+    EXPECT_EQ(shapeOf(*limitedObject("A")), "o{x=0}");
     const Tree<DataArray> array(DataObject::createArray(Text("A"), Text("a"), 2));
     EXPECT_EQ(shapeOf(*array), "a[A-#0{x=0},A-#1{x=0}]");
 }
 
 TEST(TypeLimits, TypesThatContainEachOtherEndAtTheFirstRepetition) {
     DeclaredTypes types("A = {string x=0;}; B = {A a;}; A = {B b;};");
-    EXPECT_EQ(shapeOf(*object("A")), "o{b{},x=0}");
-    EXPECT_EQ(shapeOf(*object("B")), "o{a{x=0}}");
+    EXPECT_EQ(shapeOf(*limitedObject("A")), "o{b{},x=0}");
+    EXPECT_EQ(shapeOf(*limitedObject("B")), "o{a{x=0}}");
     types.declare("A = {B bs[2];};");
-    EXPECT_EQ(shapeOf(*object("A")), "o{b{},bs[B-#0{},B-#1{}],x=0}");
+    EXPECT_EQ(shapeOf(*limitedObject("A")), "o{b{},bs[B-#0{},B-#1{}],x=0}");
 }
 
 TEST(TypeLimits, ATypeMayStandBesideItself) {
     DeclaredTypes types("P = {string x=0;}; L = {P p; P q;}; M = {L l; P p; L m;};");
-    EXPECT_EQ(shapeOf(*object("M")), "o{l{p{x=0},q{x=0}},m{p{x=0},q{x=0}},p{x=0}}");
+    EXPECT_EQ(shapeOf(*limitedObject("M")), "o{l{p{x=0},q{x=0}},m{p{x=0},q{x=0}},p{x=0}}");
 }
 
 TEST(TypeLimits, TypesNestAHundredDeep) {
@@ -94,11 +94,11 @@ TEST(TypeLimits, TypesNestAHundredDeep) {
             ++levels;
         return levels;
     };
-    EXPECT_EQ(depth(object("T1000")), 100);
-    EXPECT_EQ(depth(object("T100")), 100);
-    EXPECT_EQ(depth(object("T99")), 100);
-    EXPECT_EQ(depth(object("T98")), 99);
-    EXPECT_NE(object("T98")->getField(Text("in"), 0, 0), nullptr);
+    EXPECT_EQ(depth(limitedObject("T1000")), 100);
+    EXPECT_EQ(depth(limitedObject("T100")), 100);
+    EXPECT_EQ(depth(limitedObject("T99")), 100);
+    EXPECT_EQ(depth(limitedObject("T98")), 99);
+    EXPECT_NE(limitedObject("T98")->getField(Text("in"), 0, 0), nullptr);
 }
 
 TEST(TypeLimits, ArraysOfArraysEndToo) {
@@ -106,21 +106,21 @@ TEST(TypeLimits, ArraysOfArraysEndToo) {
     for (int level = 1; level <= 1'000; ++level)
         text += 'T' + std::to_string(level) + " = {T" + std::to_string(level - 1) + " in[2];};";
     DeclaredTypes types(text);
-    EXPECT_EQ(countOf(*object("T3")), 30);
-    EXPECT_EQ(countOf(*object("T1000")), 1 + 262'144);
+    EXPECT_EQ(countOf(*limitedObject("T3")), 30);
+    EXPECT_EQ(countOf(*limitedObject("T1000")), 1 + 262'144);
 }
 
 // Forty such levels stand for a million million fields.
 TEST(TypeLimits, TypesThatDoubleEndAtAQuarterMillionFields) {
     DeclaredTypes types(doublingTypes(40));
-    EXPECT_EQ(countOf(*object("T10")), 3'071);
+    EXPECT_EQ(countOf(*limitedObject("T10")), 3'071);
     // Field b is beyond the limit, yet declared by the object's own type.
-    EXPECT_EQ(countOf(*object("T40")), 1 + 262'144 + 1);
+    EXPECT_EQ(countOf(*limitedObject("T40")), 1 + 262'144 + 1);
 }
 
 TEST(TypeLimits, ElementsCountAsFields) {
     DeclaredTypes types("Point = {string x;}; T = {Point p[16000000]; string s;};");
-    const auto o = object("T");
+    const auto o = limitedObject("T");
     // The array, then each element with its field.
     EXPECT_EQ(static_cast<DataArray*>(o->getField(Text("p"), 0, 0))->getSize(), 131'072);
     // Beyond the limit, yet declared by the object's own type.
@@ -139,7 +139,7 @@ TEST(TypeLimits, EveryObjectHasItsOwn) {
 TEST(TypeLimits, ADefaultMayNotMultiplyEither) {
     DeclaredTypes types("Point = {string x;}; T = {Point p;};");
     types.field("T", "p")->setDefaultValue(Text("{T:inner={};Point[3]:points={};Point[16000000]:many={}}"));
-    const auto o = object("T");
+    const auto o = limitedObject("T");
     EXPECT_EQ(shapeOf(*static_cast<DataObject*>(o->getField(Text("p/inner"), 0, 0))), "inner{}");
     EXPECT_LE(countOf(*o), 1 + 262'144 + 8);
 }

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr char typesText[] = "Point = {string x=0;}; Label = {string text=Hi;};";
+constexpr char pointAndLabel[] = "Point = {string x=0;}; Label = {string text=Hi;};";
 
 class ObjectHandlers : public testing::Test {
 protected:
@@ -23,7 +23,7 @@ protected:
         diary.take();
     }
 
-    DeclaredTypes types{typesText};
+    DeclaredTypes types{pointAndLabel};
     Diary diary;
     RecordingHandler first{diary, "A"};
     RecordingHandler second{diary, "B"};
@@ -40,7 +40,7 @@ protected:
         diary.take();
     }
 
-    DeclaredTypes types{typesText};
+    DeclaredTypes types{pointAndLabel};
     DataObjectType* point = types["Point"];
     Diary diary;
     RecordingHandler onArray{diary, "A"};
@@ -249,7 +249,7 @@ int readAtOnce(const char* /*format*/, va_list /*args*/) {
 } // namespace
 
 TEST(TypeFunctionsReentrancy, MayGrowTheArrayThatAsks) {
-    DeclaredTypes types(typesText);
+    DeclaredTypes types(pointAndLabel);
     types["Point"]->setCreateObjectFunc(growOnce);
     Owned<DataArray> array(Text("a"));
     array.setObjectType(types["Point"]);
@@ -260,7 +260,7 @@ TEST(TypeFunctionsReentrancy, MayGrowTheArrayThatAsks) {
 }
 
 TEST(TypeReadingReentrancy, PrintingMayReadTheTypesAnew) {
-    DeclaredTypes types(typesText);
+    DeclaredTypes types(pointAndLabel);
     DataSetVPrintfFunction(readAtOnce);
     types.declare("New = {string x;}; Other = {New n;};");
     DataObject::readConfigFiles();
@@ -270,11 +270,11 @@ TEST(TypeReadingReentrancy, PrintingMayReadTheTypesAnew) {
 namespace {
 
 /// What the first object that a type's function makes is observed by.
-DataHandler* observer = nullptr;
+DataHandler* nextObserver = nullptr;
 
 DataObject* makeObservedOnce(char* typeName) {
     auto* made = new DataObject(typeName);
-    if (DataHandler* handler = std::exchange(observer, nullptr))
+    if (DataHandler* handler = std::exchange(nextObserver, nullptr))
         made->registerHandler(handler);
     return made;
 }
@@ -285,10 +285,10 @@ struct GrowingArray {
     GrowingArray() {
         types["Point"]->setCreateObjectFunc(makeObservedOnce);
         array->setObjectType(types["Point"]);
-        observer = &handler;
+        nextObserver = &handler;
     }
 
-    DeclaredTypes types{typesText};
+    DeclaredTypes types{pointAndLabel};
     Diary diary;
     RecordingHandler handler{diary, "E"};
     Tree<Array> array{new Array(Text("a"))};
