@@ -286,6 +286,7 @@ private:
         // Without a parent it is a name like any other, but only until there is one.
         m_isPlain = m_isPlain && !segment.isParent();
         if (segment.isParent() && m_at->getParent()) {
+            m_isQuiet = false;
             found = m_at->getParent()->getField(const_cast<char*>(rest), m_index, m_flag);
             return Next::End;
         }
@@ -305,6 +306,7 @@ private:
     }
 
     Next createAloud(DataField*& found) {
+        m_isQuiet = false;
         // Creating and marking run callbacks, and the path may stand in a buffer that those write to.
         if (!m_isCopied) {
             text::copyCut(m_copy, m_path);
@@ -344,6 +346,7 @@ private:
             return Next::End;
         // Behind a table without anything else it depends on the flag what is meant.
         m_isPlain = m_isPlain && rest && isExactly<DataHashTable>(table);
+        m_isQuiet = m_isQuiet && isExactly<DataHashTable>(table);
         if (!rest && m_flag == 0)
             return Next::End;
         const std::string_view key = keyOf(*indexText);
@@ -366,6 +369,7 @@ private:
     Next enter(DataNode& node, const char* rest, int index, DataField*& found) {
         if (!isOwn(node)) {
             m_isPlain = false;
+            m_isQuiet = false;
             found = node.getField(const_cast<char*>(rest), index, 1);
             return Next::End;
         }
@@ -394,7 +398,8 @@ private:
     bool m_isOwn;
     bool m_isPlain = true;
     bool m_isCopied = false;
-    /// Whether the segment at hand has a kind and was found or made quietly, and whether all before it were.
+    /// Whether the segment at hand has a kind and was found or made quietly; whether all that led on were, and nobody
+    /// was called at all.
     bool m_isKind = false;
     bool m_isQuiet = true;
     std::size_t m_steps = 0;

@@ -1,3 +1,4 @@
+#include <support/DeclaredTypes.h>
 #include <support/RecordingHandler.h>
 #include <support/SceneTree.h>
 
@@ -485,4 +486,68 @@ TEST(PathChanges, AStructureMayBeAssignedWhileItIsCopied) {
     EXPECT_EQ(x.getParent(), nullptr);
     EXPECT_EQ(x.getRef(), 0);
     EXPECT_EQ(y.getRef(), 0);
+}
+
+// The structure that a path with kinds went through is kept for the next path, which goes the same way once more.
+TEST(PathChanges, WaysOfKindsHaveTheirEffectsEachTime) {
+    Owned<Orbel> root(Text("show"));
+    root.getField(Text("node:a/node:b/string:x"), 0, 0);
+    auto* a = static_cast<DataStructure*>(root.getField(Text("a"), 0, 0));
+    DataField* b = a->getField(Text("b"), 0, 0);
+    EXPECT_EQ(a->getRefCalls(), 1);
+    a->setParent(&root, 7);
+    DataField* y = root.getField(Text("node:a/node:b/string:y"), 0, 0);
+    EXPECT_EQ(y->getParent(), b);
+    EXPECT_EQ(y->getNumHandlers(), 1);
+    EXPECT_EQ(a->getRefCalls(), 2);
+    EXPECT_EQ(a->getRef(), 1);
+    EXPECT_EQ(b->getRefCalls(), 2);
+    EXPECT_EQ(a->getParentInstance(), -1);
+    EXPECT_EQ(root.getField(Text("node:a/node:b/y"), 0, 0), y);
+    EXPECT_EQ(b->getRefCalls(), 3);
+    EXPECT_EQ(root.getField(Text("node:a/node:b/missing"), 0, 0), nullptr);
+    EXPECT_EQ(b->getRefCalls(), 4);
+}
+
+TEST(PathChanges, AWayOfKindsWithoutItsMarkerGetsOneAgain) {
+    Owned<Orbel> root(Text("show"));
+    root.getField(Text("node:a/string:x"), 0, 0);
+    auto* a = static_cast<DataStructure*>(root.getField(Text("a"), 0, 0));
+    a->DataField::unregisterHandler(a->getHandlerByName(Text("DUMMY")));
+    EXPECT_EQ(a->getNumHandlers(), 0);
+    root.getField(Text("node:a/string:y"), 0, 0);
+    EXPECT_EQ(a->getNumHandlers(), 1);
+}
+
+TEST(PathChanges, AWayOfKindsThatWasTakenOutIsMadeAnew) {
+    Owned<Orbel> root(Text("show"));
+    root.getField(Text("node:a/string:x"), 0, 0);
+    Tree<DataStructure> old(static_cast<DataStructure*>(root.getField(Text("a"), 0, 0)));
+    root.removeField(Text("a"), -1);
+    DataField* y = root.getField(Text("node:a/string:y"), 0, 0);
+    EXPECT_NE(y->getParent(), old.get());
+    EXPECT_EQ(old->getNumFields(), 1);
+    EXPECT_EQ(root.getField(Text("a"), 0, 0), y->getParent());
+}
+
+Orbel* rootOfTypeFunction = nullptr;
+
+DataObject* makeAndTakeOut(char* /*typeName*/) {
+    rootOfTypeFunction->removeField(Text("a"), -1);
+    return new DataObject(Text("made"));
+}
+
+// What makes an object may take out what the path went through, which then leads there no more.
+TEST(PathChanges, AWayOfKindsThatIsTakenOutOnTheWayIsMadeAnew) {
+    DeclaredTypes types("Point = {string x=0;};");
+    types["Point"]->setCreateObjectFunc(makeAndTakeOut);
+    Owned<Orbel> root(Text("show"));
+    rootOfTypeFunction = &root;
+    root.getField(Text("node:a/string:x"), 0, 0);
+    Tree<DataStructure> old(static_cast<DataStructure*>(root.getField(Text("a"), 0, 0)));
+    root.getField(Text("node:a/Point:p"), 0, 0);
+    EXPECT_EQ(root.getField(Text("a"), 0, 0), nullptr);
+    DataField* y = root.getField(Text("node:a/string:y"), 0, 0);
+    EXPECT_NE(y->getParent(), old.get());
+    EXPECT_EQ(root.getField(Text("a"), 0, 0), y->getParent());
 }
