@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 
 ChildTable::ChildTable() {
     ++treeState.childTables;
@@ -264,7 +263,7 @@ void ChildTable::forget(DataField& field) {
     const std::uint32_t position = positionOf(field);
     try {
         m_entries[position] = Entry::ofSecond(new Renamed{FieldRef(), field.getName()});
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         eraseAt(position);
     }
 }

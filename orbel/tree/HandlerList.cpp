@@ -3,7 +3,6 @@
 #include "TreeState.h"
 
 #include <algorithm>
-#include <new>
 #include <string>
 #include <string_view>
 
@@ -41,7 +40,7 @@ void HandlerList::append(DataHandler* handler) {
     m_handlers.push_back(handler);
     try {
         handler->joined(place());
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         m_handlers.pop_back();
         throw;
     }
