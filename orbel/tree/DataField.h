@@ -126,6 +126,8 @@ private:
     template <class Call>
     void walkHandlers(Call call);
     template <class Call>
+    void walkOn(int next, Call call);
+    template <class Call>
     void walkList(int first, Call call);
 
     const SharedPart<FieldHold>& hold();

@@ -42,6 +42,8 @@ public:
 
     /// Whether there is at most one besides the marker, and it wants to hear of every store.
     bool isSimple() const { return (m_word & (isList | isAsking)) == 0; }
+    /// Equal as long as the observers in the word are the same.
+    std::uintptr_t state() const { return m_word; }
     /// Null when the word does not hold the observers itself, or holds none but the marker.
     DataHandler* single() const {
         return (m_word & isList) == 0 ? reinterpret_cast<DataHandler*>(m_word & ~flags) : nullptr;

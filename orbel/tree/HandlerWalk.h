@@ -30,11 +30,9 @@ template <class Call>
     } while (!watch.ended());
 }
 
-/// Calls `call` on each handler by position, re-reading the size: the observers may change meanwhile, and come onto a
-/// list, or behind a marker. When the field dies the walk ends. The marker hears nothing.
+/// What is left of a walk when the observers have changed during it.
 template <class Call>
-inline void DataField::walkHandlers(Call call) {
-    int next = 0;
+[[gnu::noinline]] void DataField::walkOn(int next, Call call) {
     while (!m_handlers.list()) {
         DataHandler* handler = m_handlers.single();
         if (!handler || m_handlers.size() <= next)
@@ -46,6 +44,25 @@ inline void DataField::walkHandlers(Call call) {
             return;
     }
     walkList(next, call);
+}
+
+/// Calls `call` on each handler by position, re-reading the size: the observers may change meanwhile, and come onto a
+/// list, or behind a marker. When the field dies the walk ends. The marker hears nothing.
+template <class Call>
+inline void DataField::walkHandlers(Call call) {
+    if (m_handlers.list()) {
+        walkList(0, call);
+        return;
+    }
+    DataHandler* handler = m_handlers.single();
+    if (!handler)
+        return;
+    const FieldWatch watch(*this);
+    const auto before = m_handlers.state();
+    const int next = m_handlers.size();
+    call(*handler);
+    if (!watch.ended() && m_handlers.state() != before)
+        walkOn(next, call);
 }
 
 #endif
