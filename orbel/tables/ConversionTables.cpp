@@ -18,13 +18,12 @@ class Reader {
 public:
     template <class OnTable, class OnRow>
     void read(std::string_view line, OnTable onTable, OnRow onRow) {
-        if (!line.starts_with('_')) {
-            // No marker, as most lines.
-            readRow(line, onRow);
-        } else if (const auto table = tables::readName(line, "__TABLE__")) {
+        // Most lines are no marker, and need not be compared with each.
+        const bool mayBeMarker = line.starts_with('_');
+        if (const auto table = mayBeMarker ? tables::readName(line, "__TABLE__") : std::nullopt) {
             if (!table->empty())
                 onTable(*table);
-        } else if (!readDelimiter(line)) {
+        } else if (!mayBeMarker || !readDelimiter(line)) {
             readRow(line, onRow);
         }
     }
