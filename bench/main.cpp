@@ -23,6 +23,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -119,10 +120,15 @@ void weigh(Suite& suite, std::size_t leaves) {
     weighRegistrations(suite, workload);
 }
 
-void measureAll(Suite& suite, bool quick) {
+void measureAll(Suite& suite, bool quick, const std::function<void()>& measureTexts) {
     std::vector<std::size_t> sizes{1'000, 10'000};
     if (!quick)
         sizes.insert(sizes.end(), {100'000, 1'000'000});
+    // First, while no other tree keeps the index of paths alive, which would then not be counted.
+    for (const std::size_t leaves : sizes)
+        weigh(suite, leaves);
+    for (const std::size_t handlers : {10, 1'000})
+        weighCrowd(suite, handlers);
     for (const std::size_t leaves : sizes)
         measureAccess(suite, leaves);
     for (const std::size_t leaves : sizes)
@@ -132,10 +138,6 @@ void measureAll(Suite& suite, bool quick) {
         measureFanOut(suite, observers);
     addShapes(suite, sizes.back());
     suite.run();
-    for (const std::size_t leaves : sizes)
-        weigh(suite, leaves);
-    for (const std::size_t handlers : {10, 1'000})
-        weighCrowd(suite, handlers);
     for (const Growth& growth : growths())
         for (const std::size_t items : sizes)
             if (items <= 100'000) {
@@ -143,6 +145,7 @@ void measureAll(Suite& suite, bool quick) {
                           [&growth, items](benchmark::State& state) { grow(state, growth, items); });
                 suite.run();
             }
+    measureTexts();
     // Last, because what they leave of the heap makes building slower for whoever comes after.
     for (const std::size_t leaves : sizes)
         measurePeers(suite, leaves);
@@ -208,9 +211,8 @@ int main(int argc, char** argv) {
 
     Results results;
     Suite suite(results);
-    // First, in a heap that large trees have not cut up.
-    const std::vector<MeasuredText> texts = measureTexts(wantedTexts());
-    measureAll(suite, options.quick);
+    std::vector<MeasuredText> texts;
+    measureAll(suite, options.quick, [&] { texts = measureTexts(wantedTexts()); });
     printComparison(results, std::cout);
     printPeers(results, std::cout);
     printOthers(results, std::cout);
