@@ -189,17 +189,14 @@ void DataNode::executeCommand(char* command, int index) {
         treeState.repeatedText = 0;
     if (!mayRun(command))
         return;
-    if (targetsIfAny()) {
-        const FieldWatch watch(*this);
-        walkTargets([&](DataField& target) {
-            if (!isNode(target))
-                return;
-            text::LentText copy(treeState.texts, command);
-            repeat(static_cast<DataNode&>(target), copy, index);
-        });
-        if (watch.ended())
+    const bool isAlive = walkTargets([&](DataField& target) {
+        if (!isNode(target))
             return;
-    }
+        text::LentText copy(treeState.texts, command);
+        repeat(static_cast<DataNode&>(target), copy, index);
+    });
+    if (!isAlive)
+        return;
     SetCommand parts;
     if (!parts.cut(command))
         return;

@@ -50,7 +50,7 @@ struct PathPlace {
 /// to changes only when something leaves the tree; then everything is dropped at once, by counting up the epoch that
 /// entries belong to. Longer paths, and those beyond `maxEntries`, are walked.
 ///
-/// Lives until the process ends and is never taken apart: trees of static storage may go after it.
+/// Gives its memory back with the last structure, and has no destructor: trees of static storage may go after it.
 class PathCache {
 public:
     using Entry = PathCacheEntry;
