@@ -1,3 +1,5 @@
+#include "Bench.h"
+
 #include "Detail.h"
 #include "Disposal.h"
 #include "Drive.h"
@@ -109,7 +111,7 @@ void measureInHand(Suite& suite) {
     for (const std::size_t fields : {1, 1'000})
         addSetsInHand(suite, fields);
     suite.run();
-    for (const std::size_t links : {10, 100})
+    for (const std::size_t links : {10, 100, 200})
         addChain(suite, links);
     suite.run();
 }
@@ -186,7 +188,7 @@ void printHelp() {
 
 } // namespace
 
-int main(int argc, char** argv) {
+int bench(int argc, char** argv) {
     if (argc > 1 && std::string_view(argv[1]) == "--drive")
         return drive({argv + 2, argv + argc});
     const Options options(argc, argv);
@@ -228,4 +230,5 @@ int main(int argc, char** argv) {
     if (!options.out.empty())
         writePage(options.out, results, goals, machine(options.quick));
     benchmark::Shutdown();
+    return 0;
 }
