@@ -124,11 +124,12 @@ void ChildTable::insertNew(DataField& field, std::uint32_t hash) {
 /// After this, adding an entry does not fail half-way.
 void ChildTable::makeRoom() {
     if (m_entries.size() == m_entries.capacity())
-        m_entries.reserve(std::max<std::size_t>(4, m_entries.size() * 2));
+        m_entries.reserve(std::max<std::size_t>(8, m_entries.size() * 2));
     const std::size_t wanted = m_entries.size() + 1;
     if (wanted <= fewChildren || wanted * 4 <= m_slots.size() * 3)
         return;
-    std::vector<Slot> slots(std::max<std::size_t>(16, m_slots.size() * 2));
+    // Small tables grow faster: most structures have some dozens of children, and then it is done in two steps.
+    std::vector<Slot> slots(m_slots.empty() ? 16 : m_slots.size() * (m_slots.size() < 256 ? 4 : 2));
     slots.swap(m_slots);
     if (slots.empty())
         fillSlots();

@@ -434,17 +434,15 @@ inline DataValue* DataStructure::knownValue(char* path) {
 
 DataField* DataStructure::resolve(char* path, std::size_t length, int index, int flag) {
     const std::string_view whole(path, length);
-    const std::size_t slash = whole.rfind('/');
-    const std::string_view front = whole.substr(0, slash == std::string_view::npos ? 0 : slash);
     PathPlace& place = treeState.paths.place();
-    if (place.isAt(*this, front) && goAgain(place))
-        return Resolution(*place.chain[place.depth], path + slash + 1, 0, 1).run();
+    if (const char* segment = place.behind(*this, whole); segment && goAgain(place))
+        return Resolution(*place.chain[place.depth], segment, 0, 1).run();
     Resolution resolution(*this, path, index, flag);
     DataField* found = resolution.run();
     if (found && resolution.isPlain())
         treeState.paths.insert(*this, whole, *found, *treeState.lastSearched);
     else if (found)
-        resolution.note(place, front);
+        resolution.note(place, whole.substr(0, whole.rfind('/')));
     return found;
 }
 

@@ -38,9 +38,13 @@ struct PathPlace {
     std::size_t length;
     std::array<char, maxLength> path;
 
-    bool isAt(const DataStructure& asked, std::string_view text) const {
-        return length == text.size() && length != 0 && chain[0] == &asked &&
-               std::memcmp(path.data(), text.data(), text.size()) == 0;
+    /// The last segment of a path whose others led here, null for other paths.
+    const char* behind(const DataStructure& asked, std::string_view text) const {
+        if (length == 0 || length >= text.size() || chain[0] != &asked || text[length] != '/' ||
+            std::memcmp(path.data(), text.data(), length) != 0)
+            return nullptr;
+        const char* segment = text.data() + length + 1;
+        return std::memchr(segment, '/', text.size() - length - 1) ? nullptr : segment;
     }
 };
 
