@@ -75,7 +75,7 @@ int answer(int failing, HostFunction<Signature>& function, Arguments... argument
 }
 
 template <class Signature>
-const char* text(HostFunction<Signature>& function, int id) {
+const char* textOf(HostFunction<Signature>& function, int id) {
     const char* found = nullptr;
     call(function, id, &found);
     return found ? found : "";
@@ -98,7 +98,7 @@ int host::objectOf(int number) {
 }
 
 char* host::nameOf(int id) {
-    return lend(text(functions().name, id));
+    return lend(textOf(functions().name, id));
 }
 
 CONTAINER host::localContainer() {
@@ -152,7 +152,7 @@ SCENE host::localScene() {
 }
 
 char* host::fullNameOf(SCENE scene) {
-    return lend(text(functions().sceneName, scene.id));
+    return lend(textOf(functions().sceneName, scene.id));
 }
 
 CONTAINER host::rootOf(SCENE scene) {
@@ -167,7 +167,7 @@ int host::geometryOf(CONTAINER container) {
 }
 
 std::string_view host::typeOfGeometry(int geometry) {
-    return text(functions().geometryType, geometry);
+    return textOf(functions().geometryType, geometry);
 }
 
 int host::pluginOn(CONTAINER container, const char* plugin) {
