@@ -3,14 +3,13 @@
 #include <algorithm>
 #include <sstream>
 #include <string_view>
+#include <utility>
 
 namespace model {
 
 namespace {
 
 constexpr int handlerCount = 8;
-/// Nothing is made any more when there are so many.
-constexpr int enough = 120;
 
 /// The declarations of types that ReadTypes chooses from.
 const std::vector<Types>& versions() {
@@ -118,6 +117,14 @@ bool isValue(const Model& /*model*/, const Field& field) {
     return field.kind == Kind::Value;
 }
 
+bool isSource(const Model& /*model*/, const Field& field) {
+    return field.kind == Kind::Value && !field.targets.empty();
+}
+
+bool isTarget(const Model& /*model*/, const Field& field) {
+    return field.kind == Kind::Value && field.source;
+}
+
 bool isObserved(const Model& /*model*/, const Field& field) {
     return field.kind == Kind::Value && !field.handlers.empty() && field.handlers != std::vector<int>{Field::marker};
 }
@@ -212,7 +219,7 @@ private:
     int m_number;
 };
 
-Play::Play() : m_model(handlerCount), m_root(Lent("root")) {
+Play::Play(int enough) : m_model(handlerCount), m_root(Lent("root")), m_enough(enough) {
     m_model.heard = [this](int handler, Field& field, const std::string& what) { heardInModel(handler, field, what); };
     for (int number = 0; number < handlerCount; ++number)
         m_listeners.push_back(std::make_unique<Listener>(*this, number));
@@ -301,8 +308,13 @@ void Play::doNextInLibrary() {
 void Play::heardInModel(int handler, Field& field, const std::string& what) {
     m_expected.push_back(
         {'H' + std::to_string(handler) + ' ' + what + ' ' + m_model.fullPath(field) + textsOf(field), &field});
-    if (m_nextReaction < m_step->reactions.size())
-        act(m_step->reactions[m_nextReaction++]);
+    if (m_nextReaction == m_step->reactions.size())
+        return;
+    Field* const outerField = std::exchange(m_hearing, &field);
+    const int outerHearer = std::exchange(m_hearer, handler);
+    act(m_step->reactions[m_nextReaction++]);
+    m_hearing = outerField;
+    m_hearer = outerHearer;
 }
 
 void Play::heardInLibrary(int handler, DataField& field, const std::string& what) {
@@ -333,18 +345,30 @@ Field* Play::known(int turn, bool (*admits)(const Model&, const Field&)) {
     return all.empty() ? nullptr : all[static_cast<std::size_t>(turn) % all.size()];
 }
 
+/// Where something comes of it, more often than not: what is stored where nobody listens is soon told.
+Field* Play::chosenField(const Step& step) {
+    const Admits admits = whatFieldFor(step.op);
+    if (m_hearing && step.other % 2 == 0 && m_hearing->isAlive && m_hearing->isKnown && admits(m_model, *m_hearing))
+        return m_hearing;
+    Field* field = nullptr;
+    if (isStore(step.op) && step.upTo != 0)
+        field = known(step.field, step.number % 2 == 0 ? isObserved : isSource);
+    else if (step.op == Op::Link && step.number != 0)
+        field = known(step.field, isSource);
+    else if (step.op == Op::RegisterAt && step.upTo > 1)
+        field = known(step.field, isObserved);
+    else if (step.op == Op::RegisterAt && step.number != 0)
+        field = known(step.field, step.number == 1 ? isValue : isTarget);
+    return field ? field : known(step.field, admits);
+}
+
 Deed Play::resolve(const Step& step) {
     Deed deed;
     deed.step = &step;
-    deed.handler = step.handler % handlerCount;
-    // What is stored where nobody listens is soon told.
-    if ((isStore(step.op) && step.upTo != 0) || (step.op == Op::RegisterAt && step.upTo > 1))
-        deed.field = known(step.field, isObserved);
-    if (!deed.field && step.op == Op::RegisterAt && step.number != 0)
-        deed.field = known(step.field, isValue);
-    if (!deed.field)
-        deed.field = known(step.field, whatFieldFor(step.op));
-    deed.other = known(step.other, step.op == Op::AddField ? isDetached : isAny);
+    deed.handler = m_hearing && step.handler % 3 == 0 ? m_hearer : step.handler % handlerCount;
+    deed.field = chosenField(step);
+    const bool isOfValues = step.op == Op::Link && deed.field && !deed.field->isNode();
+    deed.other = known(step.other, step.op == Op::AddField ? isDetached : isOfValues ? isValue : isAny);
     const bool isHandlerAlive = m_model.handlers[static_cast<std::size_t>(deed.handler)].isAlive;
     deed.isPossible = step.op != Op::Nothing && deed.field && deed.other && (!needsHandler(step.op) || isHandlerAlive);
     switch (step.op) {
@@ -353,10 +377,10 @@ Deed Play::resolve(const Step& step) {
         break;
     case Op::MakeField:
     case Op::Resize:
-        deed.isPossible = deed.field && livingFields() < enough;
+        deed.isPossible = deed.field && livingFields() < m_enough;
         break;
     case Op::Find:
-        deed.isPossible = livingFields() < enough || step.text.find(':') == std::string::npos;
+        deed.isPossible = livingFields() < m_enough || step.text.find(':') == std::string::npos;
         break;
     case Op::AddField:
         // A child that is refused belongs to two, and one above its parent closes a circle.

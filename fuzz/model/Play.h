@@ -28,7 +28,8 @@ struct Deed {
 /// The same steps done to the model and to the library, and compared after each.
 class Play {
 public:
-    Play();
+    /// Makes no more fields when there are so many.
+    explicit Play(int enough);
     Play(const Play&) = delete;
     Play& operator=(const Play&) = delete;
     ~Play();
@@ -47,6 +48,7 @@ private:
     class Listener;
 
     Deed resolve(const Step& step);
+    Field* chosenField(const Step& step);
     Field* known(int turn, bool (*admits)(const Model&, const Field&));
     int livingFields() const;
     void act(const Step& step);
@@ -80,6 +82,10 @@ private:
     const Step* m_step = nullptr;
     std::size_t m_nextReaction = 0;
     int m_depth = 0;
+    /// Who reacts in the model, and on which field.
+    Field* m_hearing = nullptr;
+    int m_hearer = 0;
+    int m_enough;
     std::vector<Deed> m_deeds;
     std::size_t m_nextDeed = 0;
     std::vector<Heard> m_expected;

@@ -16,35 +16,35 @@ struct Weight {
 
 constexpr Weight weights[] = {
     {Op::Nothing, "Nothing", 0},
-    {Op::Find, "Find", 14},
-    {Op::Set, "Set", 6},
+    {Op::Find, "Find", 20},
+    {Op::Set, "Set", 10},
     {Op::SetAt, "SetAt", 3},
     {Op::SetRange, "SetRange", 3},
     {Op::Get, "Get", 3},
-    {Op::Resize, "Resize", 3},
-    {Op::SetField, "SetField", 12},
-    {Op::SetFieldAt, "SetFieldAt", 6},
-    {Op::SetFieldRange, "SetFieldRange", 6},
-    {Op::ClearField, "ClearField", 4},
-    {Op::CopyField, "CopyField", 8},
-    {Op::Fire, "Fire", 2},
-    {Op::Run, "Run", 8},
+    {Op::Resize, "Resize", 4},
+    {Op::SetField, "SetField", 50},
+    {Op::SetFieldAt, "SetFieldAt", 20},
+    {Op::SetFieldRange, "SetFieldRange", 20},
+    {Op::ClearField, "ClearField", 10},
+    {Op::CopyField, "CopyField", 15},
+    {Op::Fire, "Fire", 4},
+    {Op::Run, "Run", 14},
     {Op::RunList, "RunList", 4},
     {Op::RunCopy, "RunCopy", 4},
     {Op::RunClear, "RunClear", 2},
     {Op::RunLink, "RunLink", 4},
     {Op::RunLinks, "RunLinks", 1},
-    {Op::Link, "Link", 10},
+    {Op::Link, "Link", 30},
     {Op::Unlink, "Unlink", 2},
     {Op::UnlinkTargets, "UnlinkTargets", 1},
     {Op::ClearLinks, "ClearLinks", 1},
-    {Op::Register, "Register", 8},
-    {Op::Unregister, "Unregister", 3},
-    {Op::RegisterAt, "RegisterAt", 18},
+    {Op::Register, "Register", 5},
+    {Op::Unregister, "Unregister", 2},
+    {Op::RegisterAt, "RegisterAt", 45},
     {Op::UnregisterAt, "UnregisterAt", 6},
     {Op::UnregisterAll, "UnregisterAll", 1},
     {Op::DestroyHandler, "DestroyHandler", 2},
-    {Op::MakeHandler, "MakeHandler", 10},
+    {Op::MakeHandler, "MakeHandler", 6},
     {Op::Ask, "Ask", 2},
     {Op::Retype, "Retype", 5},
     {Op::RetypeByRecord, "RetypeByRecord", 2},
@@ -183,8 +183,8 @@ Step anyStep(Dice& dice, bool mayReact) {
     step.number = dice.below(4);
     step.upTo = dice.below(6) - 1;
     step.value = dice.oneOf(words);
-    if (mayReact && dice.below(2) == 0)
-        for (int left = dice.below(5); left > 0; --left)
+    if (mayReact && dice.below(4) != 0)
+        for (int left = dice.below(6); left > 0; --left)
             step.reactions.push_back(dice.below(3) == 0 ? Step() : anyStep(dice, false));
     return step;
 }
