@@ -103,20 +103,22 @@ std::vector<Step> shrink(std::vector<Step> steps, int enough, const std::string&
 }
 
 /// The last lines, where there are many.
-std::string lastOf(const std::string& told) {
+std::string lastOf(const std::string& told, int most) {
     std::size_t from = told.size();
-    for (int lines = 0; lines < 60 && from != std::string::npos && from > 0; ++lines)
+    for (int lines = 0; lines <= most && from != std::string::npos && from > 0; ++lines)
         from = told.rfind('\n', from - 1);
     return from == std::string::npos || from == 0 ? told : told.substr(from + 1);
 }
 
 void report(const Options& options, std::uint64_t seed, const std::vector<Step>& steps, const Failure& failure) {
     std::cout << "seed " << seed << ", step " << failure.step << ": " << failure.difference << std::flush;
+    // First of all what is known already: looking for a shorter way may end in a crash.
+    std::cout << "the last steps:\n" << lastOf(failure.told, 12);
+    std::cout << "again: orbel_model --seed " << seed << " --steps " << options.steps << std::endl;
     const std::vector<Step> few = shrink(steps, enoughFor(seed), subjectOf(failure.difference));
     if (const auto shorter = play(few, enoughFor(seed), false))
         std::cout << "the shortest way there, " << few.size() << " steps:\n"
-                  << lastOf(shorter->told) << shorter->difference;
-    std::cout << "again: orbel_model --seed " << seed << " --steps " << options.steps << std::endl;
+                  << lastOf(shorter->told, 60) << shorter->difference << std::flush;
 }
 
 bool read(int argc, char** argv, Options& options) {
