@@ -155,6 +155,8 @@ int main(int argc, char** argv) {
     Count count;
     std::uint64_t seed = options.seed;
     do {
+        // What crashes must not take the seed with it.
+        std::cerr << "seed " << seed << std::endl;
         const std::vector<Step> steps = drawSteps(seed, options.steps);
         if (const auto failure = play(steps, enoughFor(seed), options.traces, &count)) {
             report(options, seed, steps, *failure);
