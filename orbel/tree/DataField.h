@@ -104,7 +104,8 @@ public:
     void dumpHandlers();
 
     /// Makes `target` follow this field. Refused, without a word, when it would close a cycle or exists already.
-    /// A change is passed along at most 256 links in a row.
+    /// A change is passed along at most 256 links in a row. It goes by position through the live list of targets: when
+    /// one of them is destroyed or released while it is set, the next in line is skipped this once.
     void addTargetLink(DataField* target);
     void setLinkSource(DataField* source);
     void removeTargetLink(DataField* target);

@@ -20,8 +20,9 @@ using HandlerPlace = EitherPointer<DataField, HandlerList>;
 ///
 /// What may happen inside a callback: anything. A handler may set values, register and unregister itself and others,
 /// destroy handlers, and delete the field that is notifying. The pass goes by position through the live list: when
-/// a handler removes itself or an earlier one, the next in line is skipped in that pass; handlers appended during
-/// a pass are reached by it; when the field dies the pass ends.
+/// a handler removes itself or an earlier one, the next in line is skipped in that pass; a later one that is removed is
+/// not reached; handlers appended during a pass are reached by it; when the field dies the pass ends. The table in
+/// docs/plugins.md tells what is heard in each case.
 class ORBEL_API DataHandler {
 public:
     DataHandler();

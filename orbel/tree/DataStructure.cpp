@@ -59,6 +59,17 @@ bool mayGoDeeper(DataNode& node) {
     return depth <= limits::maxTreeDepth;
 }
 
+/// Whether the node is this field, or anywhere below it.
+bool isWithin(DataField& above, DataNode& node) {
+    int depth = 0;
+    for (DataField* at = &node; at && depth <= limits::maxTreeDepth; ++depth) {
+        if (at == &above)
+            return true;
+        at = at->getParent();
+    }
+    return false;
+}
+
 } // namespace
 
 DataType* DataStructure::classType = nullptr;
@@ -590,7 +601,8 @@ bool DataStructure::registerHandler(char* path, DataHandler* handler, int index)
         if (old == found)
             return true;
         old->unregisterHandler(handler);
-        if (old->getNumHandlers() == 0) {
+        // A node that is moved into itself would be a circle: what there is stays then, and a new field is made.
+        if (old->getNumHandlers() == 0 && (found || !isWithin(*old, *this))) {
             if (DataNode* parent = old->getParent())
                 parent->removeField(old->getName(), -1);
             if (!found) {

@@ -17,11 +17,10 @@ void LinkTargets::append(DataField* field) {
     ++treeState.disturbances;
     m_targets.push_back(field);
     ++m_live;
-    if (m_targets.size() <= fewTargets)
-        return;
+    // Few that are left of many are still looked up, and so must be those that join them.
     if (!m_positions.empty())
         m_positions.emplace(field, m_targets.size() - 1);
-    else
+    else if (m_targets.size() > fewTargets)
         for (std::size_t position = m_first; position < m_targets.size(); ++position)
             if (m_targets[position])
                 m_positions.emplace(m_targets[position], position);

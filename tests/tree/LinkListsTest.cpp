@@ -256,3 +256,24 @@ TEST_F(ManyLinks, InARowPassAChangeOn256Times) {
         at(0)->setData(" ");
     }
 }
+
+// A target that joined when few were left of many was never taken off again: it was still set after it was released,
+// also when it had been destroyed.
+TEST(LinkListsTest, TargetThatJoinsAfterMostHaveGoneCanLeave) {
+    DataValue source(Text("source"));
+    std::vector<std::unique_ptr<DataValue>> early;
+    for (int number = 0; number < 12; ++number) {
+        early.push_back(std::make_unique<DataValue>(Text("early")));
+        source.addTargetLink(early.back().get());
+    }
+    early.resize(1);
+    DataValue released(Text("released"));
+    auto destroyed = std::make_unique<DataValue>(Text("destroyed"));
+    source.addTargetLink(&released);
+    source.addTargetLink(destroyed.get());
+    source.removeTargetLink(&released);
+    destroyed.reset();
+    source.setData("1");
+    EXPECT_EQ(*early.front()->getData(0), "1");
+    EXPECT_EQ(released.getDataInitialized(), 0);
+}

@@ -365,4 +365,18 @@ TEST_F(RegistrationByPathTest, ObjectWithoutRootFailsAndTakesTheHandlerOff) {
     EXPECT_EQ(top.getNumFields(), 1);
 }
 
+// A structure became its own child, and whatever went over the tree never ended.
+TEST_F(RegistrationByPathTest, HandlerOfAStructureMayMoveToANewFieldBelowIt) {
+    auto* inner = new DataStructure(Text("inner"));
+    scene->addField(inner, 0);
+    for (DataStructure* node : {scene, inner}) {
+        static_cast<DataField*>(scene)->registerHandler(&a);
+        EXPECT_TRUE(registerOn(*node, "new/one", a));
+        EXPECT_STREQ(a.getField()->getName(), "new/one");
+        EXPECT_EQ(a.getField()->getParent(), node);
+        EXPECT_EQ(at("scene"), scene);
+        EXPECT_EQ(scene->getNumHandlers(), 0);
+    }
+}
+
 } // namespace
