@@ -138,6 +138,7 @@ private:
     template <class Call>
     bool walkTargets(Call call);
     void setSource(DataField* source);
+    void leaveSourceFor(LinkTargets& joined);
     void shareFrom(const DataField& other);
 
     // In this order what a store touches lies together, with the text that a DataValue adds.
