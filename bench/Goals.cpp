@@ -60,10 +60,11 @@ void judgeFanOut(const Results& results, Goals& goals) {
         else
             goals.note("set along a chain of links / as many sets", links, ratio, times);
     }
-    if (chains.size() > 1)
-        goals.atMost("a field of the longer chain / of the shorter", chains.back(),
+    // From the second on: processors foresee the returns of a few nested calls only, which is not growth.
+    if (chains.size() > 2)
+        goals.atMost("a field of the longest chain / of one of 100", chains.back(),
                      quotient(nanosecondsEach(results, "chain", chains.back(), chains.back() + 1),
-                              nanosecondsEach(results, "chain", chains.front(), chains.front() + 1)),
+                              nanosecondsEach(results, "chain", chains[1], chains[1] + 1)),
                      1.5, times);
 }
 

@@ -6,12 +6,14 @@
 #include <orbel/tree/FieldRef.h>
 #include <orbel/tree/SharedPart.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>
 
 class DataHandler;
 class DataNode;
+class FieldWatch;
 class LinkTargets;
 struct FieldTies;
 
@@ -126,9 +128,11 @@ private:
     template <class Call>
     void walkHandlers(Call call);
     template <class Call>
-    void walkOn(int next, Call call);
+    void walkHandlers(const FieldWatch& watch, Call call);
     template <class Call>
-    void walkList(int first, Call call);
+    void walkSingle(const FieldWatch& watch, Call call);
+    template <class Call>
+    void walkOn(const FieldWatch& watch, std::size_t next, Call call);
 
     const SharedPart<FieldHold>& hold();
     FieldTies& ties();
@@ -137,6 +141,10 @@ private:
     LinkTargets* targetsIfAny() const;
     template <class Call>
     bool walkTargets(Call call);
+    template <class Call>
+    bool walkTargets(const FieldWatch& watch, Call call);
+    template <class Call>
+    bool walkTargetsFrom(std::size_t skips, const FieldWatch& watch, Call call);
     void setSource(DataField* source);
     void leaveSourceFor(LinkTargets& joined);
     void shareFrom(const DataField& other);

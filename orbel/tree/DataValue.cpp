@@ -186,27 +186,57 @@ DataField* DataValue::clone() {
     return copy.release();
 }
 
-void DataValue::setData(const char* value) {
-    // The way of nearly every change: one text, nobody who follows, and observers that want to hear of every store.
-    if (m_texts || m_handlers.notifyCount() != 0 || targetsIfAny()) {
-        setAmongOthers(value);
-        return;
-    }
-    write(m_text, text::viewOf(value));
-    m_dataInitialized = 1;
-    walkHandlers([this](DataHandler& handler) { handler.onChange(*this, true); });
+/// The way of nearly every change: one text, and at most one observer, who wants to hear of every store.
+inline bool DataValue::isSimple() const {
+    return !m_texts && m_handlers.isSimple();
 }
 
-void DataValue::setAmongOthers(const char* value) {
-    // Not by a call of DataField::setData: along a chain of links every call counts.
-    if (!walkTargets([&](DataField& target) { target.setData(value); }))
-        return;
+inline void DataValue::storeSimply(const FieldWatch& watch, const char* value) {
+    write(m_text, text::viewOf(value));
+    m_dataInitialized = 1;
+    walkSingle(watch, [this](DataHandler& handler) { handler.onChange(*this, true); });
+}
+
+inline void DataValue::store(const FieldWatch& watch, const char* value) {
     // The vector is the client's too.
     if (m_texts && m_texts->list.empty())
         m_texts->list.resize(1);
     const bool changed = storeAt(text::viewOf(value), 0);
     m_dataInitialized = 1;
-    fireHandlers(changed);
+    walkHandlers(watch, [this, changed](DataHandler& handler) { handler.onChange(*this, changed); });
+}
+
+/// Only chooses: then no way of storing pays for the registers that another one needs.
+void DataValue::setData(const char* value) {
+    if (!isSimple())
+        setAmongOthers(value);
+    else if (targetsIfAny())
+        setAndPassOn(value);
+    else
+        setAlone(value);
+}
+
+[[gnu::noinline]] void DataValue::setAlone(const char* value) {
+    const FieldWatch watch(*this);
+    storeSimply(watch, value);
+}
+
+/// For a field with followers, which may make it less simple. Not by DataField::setData: along a chain of links every
+/// call counts.
+[[gnu::noinline]] void DataValue::setAndPassOn(const char* value) {
+    const FieldWatch watch(*this);
+    if (!walkTargets(watch, [value](DataField& target) { target.setData(value); }))
+        return;
+    if (isSimple())
+        storeSimply(watch, value);
+    else
+        store(watch, value);
+}
+
+[[gnu::noinline]] void DataValue::setAmongOthers(const char* value) {
+    const FieldWatch watch(*this);
+    if (walkTargets(watch, [value](DataField& target) { target.setData(value); }))
+        store(watch, value);
 }
 
 void DataValue::setData(const char* value, int index) {

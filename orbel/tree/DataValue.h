@@ -54,6 +54,11 @@ private:
 
     std::string* firstText();
     std::vector<std::string>& texts();
+    bool isSimple() const;
+    void storeSimply(const FieldWatch& watch, const char* value);
+    void store(const FieldWatch& watch, const char* value);
+    void setAlone(const char* value);
+    void setAndPassOn(const char* value);
     void setAmongOthers(const char* value);
     bool storeAt(std::string_view value, std::size_t index);
     template <class Next>

@@ -21,10 +21,6 @@ int FieldHandlers::listSize() const {
     return list()->size();
 }
 
-int FieldHandlers::listNotifyCount() const {
-    return list()->notifyCount();
-}
-
 const char* FieldHandlers::nameAt(int index) const {
     const HandlerList* held = list();
     const DataHandler* handler = held ? held->made(index) : index == (hasMarkerInFront() ? 1 : 0) ? single() : nullptr;

@@ -39,7 +39,7 @@ public:
     void removeAll(DataField& field);
 
     /// How many handlers asked for real changes at the last recount.
-    int notifyCount() const { return list() ? listNotifyCount() : (m_word & isAsking) != 0 ? 1 : 0; }
+    int notifyCount() const;
     void recount();
 
     /// Whether there is at most one besides the marker, and it wants to hear of every store.
@@ -68,7 +68,6 @@ private:
 
     int sizeInWord() const { return (single() ? 1 : 0) + (hasMarkerInFront() ? 1 : 0); }
     int listSize() const;
-    int listNotifyCount() const;
     HandlerList& makeList(DataField& field);
     void dropList();
 

@@ -5,7 +5,14 @@
 #include <orbel/tree/FieldRef.h>
 #include <orbel/tree/SharedPart.h>
 
+#include "FieldWatch.h"
+#include "Limits.h"
 #include "LinkTargets.h"
+#include "NestedCall.h"
+#include "TreeState.h"
+
+#include <cstddef>
+#include <cstdint>
 
 /// What ties a field to others. Most fields have none of it, so it is made on first need.
 struct FieldTies {
@@ -19,14 +26,47 @@ inline LinkTargets* DataField::targetsIfAny() const {
     return m_ties && m_ties->targets ? &*m_ties->targets : nullptr;
 }
 
-/// Calls `call` on each target of the links, by position. False when the field has died meanwhile.
+/// Calls `call` on each target of the links, in the manner of LinkTargets::Walk. False when the field has died
+/// meanwhile, which `watch` tells.
+template <class Call>
+bool DataField::walkTargets(const FieldWatch& watch, Call call) {
+    const LinkTargets* list = targetsIfAny();
+    if (!list)
+        return true;
+    const NestedCall depth(treeState.linkDepth);
+    if (depth.isDeeperThan(limits::maxLinkDepth))
+        return true;
+    DataField* only = list->only();
+    if (!only)
+        return walkTargetsFrom(0, watch, call);
+    // Nearly every field that is followed has one follower, which need not be found again.
+    const std::uint64_t calm = treeState.disturbances;
+    call(*only);
+    return treeState.disturbances == calm || walkTargetsFrom(1, watch, call);
+}
+
+/// Passes over the first `skips`.
+template <class Call>
+[[gnu::noinline]] bool DataField::walkTargetsFrom(std::size_t skips, const FieldWatch& watch, Call call) {
+    if (watch.ended())
+        return false;
+    // Callbacks may destroy the field, or make it a copy of another.
+    const SharedPart<LinkTargets> list = targetsIfAny() ? m_ties->targets : SharedPart<LinkTargets>();
+    if (!list)
+        return true;
+    LinkTargets::Walk walk(*list, skips);
+    while (DataField* target = walk.next()) {
+        call(*target);
+        if (watch.ended())
+            return false;
+    }
+    return true;
+}
+
 template <class Call>
 bool DataField::walkTargets(Call call) {
-    if (!targetsIfAny())
-        return true;
-    // Callbacks may destroy the field, or make it a copy of another.
-    const SharedPart<LinkTargets> list = m_ties->targets;
-    return list->walk(*this, call);
+    const FieldWatch watch(*this);
+    return walkTargets(watch, call);
 }
 
 #endif

@@ -2,6 +2,7 @@
 #define ORBEL_TREE_HANDLERLIST_H
 
 #include <orbel/tree/DataHandler.h>
+#include <orbel/tree/FieldHandlers.h>
 
 #include <memory>
 #include <vector>
@@ -61,5 +62,10 @@ private:
     // taken it elsewhere.
     std::vector<std::unique_ptr<Marker>> m_markers;
 };
+
+inline int FieldHandlers::notifyCount() const {
+    const HandlerList* held = list();
+    return held ? held->notifyCount() : (m_word & isAsking) != 0 ? 1 : 0;
+}
 
 #endif

@@ -9,60 +9,60 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
-/// Out of the way of the walk over one handler, which is nearly every walk.
+/// What is left of a walk when the observers have changed during it: they may have come onto a list, or behind a
+/// marker.
 template <class Call>
-[[gnu::noinline]] void DataField::walkList(int first, Call call) {
-    const FieldWatch watch(*this);
-    auto at = static_cast<std::size_t>(first);
-    // What the calls may have changed is looked at again only when anything anywhere has been disturbed.
-    do {
-        const std::uint64_t calm = treeState.disturbances;
-        const std::vector<DataHandler*>& handlers = m_handlers.list()->handlers();
-        const std::size_t count = handlers.size();
-        DataHandler* const* const begin = handlers.data();
-        while (at < count && treeState.disturbances == calm)
-            if (DataHandler* handler = begin[at++])
-                call(*handler);
-        if (treeState.disturbances == calm)
-            return;
-    } while (!watch.ended());
+[[gnu::noinline]] void DataField::walkOn(const FieldWatch& watch, std::size_t next, Call call) {
+    while (!watch.ended() && next < static_cast<std::size_t>(m_handlers.size())) {
+        const HandlerList* list = m_handlers.list();
+        DataHandler* handler = list ? list->handlers()[next] : m_handlers.single();
+        next = list ? next + 1 : static_cast<std::size_t>(m_handlers.size());
+        if (handler)
+            call(*handler);
+    }
 }
 
-/// What is left of a walk when the observers have changed during it.
+/// The walk over one handler, which is nearly every walk.
 template <class Call>
-[[gnu::noinline]] void DataField::walkOn(int next, Call call) {
-    while (!m_handlers.list()) {
-        DataHandler* handler = m_handlers.single();
-        if (!handler || m_handlers.size() <= next)
-            return;
-        const FieldWatch watch(*this);
-        next = m_handlers.size();
-        call(*handler);
-        if (watch.ended())
-            return;
-    }
-    walkList(next, call);
-}
-
-/// Calls `call` on each handler by position, re-reading the size: the observers may change meanwhile, and come onto a
-/// list, or behind a marker. When the field dies the walk ends. The marker hears nothing.
-template <class Call>
-inline void DataField::walkHandlers(Call call) {
-    if (m_handlers.list()) {
-        walkList(0, call);
-        return;
-    }
+inline void DataField::walkSingle(const FieldWatch& watch, Call call) {
     DataHandler* handler = m_handlers.single();
     if (!handler)
         return;
-    const FieldWatch watch(*this);
     const auto before = m_handlers.state();
-    const int next = m_handlers.size();
+    const auto next = static_cast<std::size_t>(m_handlers.size());
     call(*handler);
     if (!watch.ended() && m_handlers.state() != before)
-        walkOn(next, call);
+        walkOn(watch, next, call);
+}
+
+/// Calls `call` on each handler by position, re-reading the size: the observers may change meanwhile. When the field
+/// dies, which `watch` tells, the walk ends. The marker hears nothing.
+template <class Call>
+inline void DataField::walkHandlers(const FieldWatch& watch, Call call) {
+    const HandlerList* list = m_handlers.list();
+    if (!list) {
+        walkSingle(watch, call);
+        return;
+    }
+    // What a call may have changed is looked at only when anything anywhere has been disturbed.
+    const std::uint64_t calm = treeState.disturbances;
+    DataHandler* const* const begin = list->handlers().data();
+    DataHandler* const* const end = begin + list->handlers().size();
+    for (DataHandler* const* at = begin; at != end;)
+        if (DataHandler* handler = *at++) {
+            call(*handler);
+            if (treeState.disturbances != calm) {
+                walkOn(watch, static_cast<std::size_t>(at - begin), call);
+                return;
+            }
+        }
+}
+
+template <class Call>
+inline void DataField::walkHandlers(Call call) {
+    const FieldWatch watch(*this);
+    walkHandlers(watch, call);
 }
 
 #endif

@@ -2,6 +2,8 @@
 
 #include <orbel/tree/DataField.h>
 
+#include "TreeState.h"
+
 #include <algorithm>
 
 std::size_t LinkTargets::positionOf(const DataField* field) const {
@@ -12,6 +14,7 @@ std::size_t LinkTargets::positionOf(const DataField* field) const {
 }
 
 void LinkTargets::append(DataField* field) {
+    ++treeState.disturbances;
     m_targets.push_back(field);
     try {
         notePosition(field);
@@ -47,9 +50,10 @@ void LinkTargets::remove(const DataField* field) {
     const std::size_t position = field ? positionOf(field) : m_targets.size();
     if (position == m_targets.size())
         return;
-    for (Walk* walk = m_walks; walk; walk = walk->outer)
-        if (position < walk->next)
-            ++walk->skips;
+    ++treeState.disturbances;
+    for (Walk* walk = m_walks; walk; walk = walk->m_outer)
+        if (position < walk->m_next)
+            ++walk->m_skips;
     m_targets[position] = nullptr;
     m_positions.erase(field);
     --m_live;

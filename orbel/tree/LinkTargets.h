@@ -1,11 +1,6 @@
 #ifndef ORBEL_TREE_LINKTARGETS_H
 #define ORBEL_TREE_LINKTARGETS_H
 
-#include "FieldWatch.h"
-#include "Limits.h"
-#include "NestedCall.h"
-#include "TreeState.h"
-
 #include <cstddef>
 #include <unordered_map>
 #include <unordered_set>
@@ -40,52 +35,44 @@ public:
     /// False when no field can name the owner of this list, or one of its clones, as its source.
     bool isFollowed() const { return m_live != 0 || !m_silent.empty(); }
 
-    /// Calls `call` on each target by position: targets appended meanwhile are reached, and one is skipped for each
-    /// that is removed at or before the position of the walk. Ends when `source` dies, which is false; the caller keeps
-    /// the list alive.
-    template <class Call>
-    bool walk(DataField& source, Call call) const {
-        const NestedCall depth(treeState.linkDepth);
-        if (depth.isDeeperThan(limits::maxLinkDepth))
-            return true;
-        const FieldWatch watch(source);
-        Walk walk(m_walks);
-        while (!watch.ended()) {
-            DataField* target = next(walk);
-            if (!target)
-                return true;
-            call(*target);
-        }
-        return false;
-    }
+    /// The target, when there is just one; null may also mean that it was not the only one of late.
+    DataField* only() const { return m_targets.size() == 1 ? m_targets.front() : nullptr; }
 
-private:
-    /// A walk under way; lives on the stack.
-    struct Walk {
-        explicit Walk(Walk*& innermost) : outer(innermost), m_innermost(innermost) { innermost = this; }
+    /// Goes over the targets by position: those appended meanwhile are reached, and one is skipped for each that is
+    /// removed at or before the position of the walk. Lives on the stack; the list must outlive it.
+    class Walk {
+    public:
+        /// Passes over the first `skips`.
+        Walk(const LinkTargets& list, std::size_t skips) : m_list(list), m_skips(skips), m_outer(list.m_walks) {
+            list.m_walks = this;
+        }
         Walk(const Walk&) = delete;
         Walk& operator=(const Walk&) = delete;
-        ~Walk() { m_innermost = outer; }
+        ~Walk() { m_list.m_walks = m_outer; }
 
-        /// The position behind the target that was called last.
-        std::size_t next = 0;
-        std::size_t skips = 0;
-        Walk* outer;
+        /// Null behind the last.
+        DataField* next() {
+            while (m_next < m_list.m_targets.size())
+                if (DataField* target = m_list.m_targets[m_next++])
+                    if (m_skips == 0 || m_skips-- == 0)
+                        return target;
+            return nullptr;
+        }
 
     private:
-        Walk*& m_innermost;
+        friend class LinkTargets;
+
+        const LinkTargets& m_list;
+        /// The position behind the target that was called last.
+        std::size_t m_next = 0;
+        std::size_t m_skips;
+        Walk* m_outer;
     };
 
+private:
     /// So few are looked through faster than hashed.
     static constexpr std::size_t fewTargets = 8;
 
-    DataField* next(Walk& walk) const {
-        while (walk.next < m_targets.size())
-            if (DataField* target = m_targets[walk.next++])
-                if (walk.skips == 0 || walk.skips-- == 0)
-                    return target;
-        return nullptr;
-    }
     std::size_t positionOf(const DataField* field) const;
     void notePosition(DataField* field);
     void dropHoles();

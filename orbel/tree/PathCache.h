@@ -11,8 +11,8 @@
 class DataField;
 class DataStructure;
 
-/// What one plain path, asked of one structure, leads to.
-struct PathCacheEntry {
+/// What one plain path, asked of one structure, leads to. One line of the processor's cache.
+struct alignas(64) PathCacheEntry {
     const DataStructure* asked;
     DataField* field;
     /// The structure in which the last segment was looked up.

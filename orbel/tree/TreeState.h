@@ -30,7 +30,7 @@ struct TreeState {
     text::TextShelf texts;
     /// And for lists of children that commands go over.
     text::Shelf<std::vector<DataField*>> fieldLists;
-    /// Counts the changes of lists of handlers, and the fields that were destroyed.
+    /// Counts the changes of lists of handlers and of link targets, and the fields that were destroyed.
     std::uint64_t disturbances = 0;
     /// The operations under way, innermost first.
     FieldWatch* watches = nullptr;
