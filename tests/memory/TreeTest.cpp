@@ -3,6 +3,8 @@
 #include <support/TextList.h>
 
 #include <memory>
+#include <new>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -355,4 +357,140 @@ TEST_F(OutOfMemoryInTree, DumpLeavesTheIndentationAsItWas) {
         EXPECT_EQ(DataBaseType::getIndent(), 0);
         DataBaseType::setIndent(0);
     });
+}
+
+TEST_F(OutOfMemoryInTree, TakingApartTakesNoMemory) {
+    memory::survivesAnywhere([](const memory::Operate& operate) {
+        World world;
+        DataField* const title = world.at("title");
+        DataField* const followed = world.at("source");
+        world.keep("six");
+        std::unique_ptr<DataField> deleted(world.at("list"));
+        Text six("six");
+        EXPECT_TRUE(operate([&] {
+            title->unregisterHandler(&world.first);
+            title->unregisterAllHandlers();
+            world.root.unregisterHandler(&world.alone);
+            followed->removeAllTargets();
+            world.root.ClearLinks();
+            world.root.removeField(six, -1);
+            deleted.reset();
+        }));
+        EXPECT_EQ(world.alone.getField(), nullptr);
+        EXPECT_EQ(world.third.getField(), nullptr);
+    });
+}
+
+TEST_F(OutOfMemoryInTree, DeletingChildrenTakesNoMemory) {
+    memory::survivesAnywhere([](const memory::Operate& operate) {
+        World world;
+        DataArray* const points = world.points();
+        DataHashTable* const cities = world.cities();
+        auto* const six = static_cast<DataStructure*>(world.at("six"));
+        auto* const followers = static_cast<DataStructure*>(world.at("followers"));
+        EXPECT_TRUE(operate([&] {
+            points->removeChildren();
+            cities->removeChildren();
+            six->deleteChildren();
+            followers->deleteChildren();
+        }));
+        for (DataNode* node : {static_cast<DataNode*>(points), static_cast<DataNode*>(cities),
+                               static_cast<DataNode*>(six), static_cast<DataNode*>(followers)})
+            EXPECT_EQ(node->getNumFields(), 0) << node->getName();
+    });
+}
+
+TEST_F(OutOfMemoryInTree, AClassWhoseRecordCannotBeMadeIsMadeLater) {
+    DataType* const before = DataValue::classType;
+    memory::survivesAnywhere([](const memory::Operate& operate) {
+        DataValue::classType = nullptr;
+        operate([] { const DataValue value(Text("value")); });
+        EXPECT_STREQ(DataValue::getClassType()->getName(), "DataValue");
+        delete DataValue::classType;
+    });
+    DataValue::classType = before;
+}
+
+namespace {
+
+/// Runs out of memory once, whenever it hears something.
+class Failing : public DataHandler {
+public:
+    void onChange(DataField& /*field*/, bool /*changed*/) override { fail(); }
+    void onChange(DataField& /*field*/, bool /*changed*/, int /*from*/, int /*to*/) override { fail(); }
+    void onTypeChange(DataField& /*field*/, char* /*typeName*/) override { fail(); }
+
+    bool isReady = false;
+
+private:
+    void fail() {
+        if (std::exchange(isReady, false))
+            throw std::bad_alloc();
+    }
+};
+
+/// What is left when a handler throws.
+std::string stateBehindAHandlerThatFails(const char* path, const memory::Action& action) {
+    World world;
+    Failing failing;
+    world.at(path)->registerHandler(&failing);
+    failing.isReady = true;
+    EXPECT_THROW(action(world), std::bad_alloc) << path;
+    EXPECT_FALSE(failing.isReady);
+    world.at(path)->unregisterHandler(&failing);
+    std::string state = world.state();
+    world.probe();
+    return state;
+}
+
+std::string stateAfter(const memory::Action& action) {
+    World world;
+    action(world);
+    return world.state();
+}
+
+} // namespace
+
+TEST_F(OutOfMemoryInTree, WhatAHandlerThrowsLeavesTheValueStored) {
+    const std::pair<const char*, memory::Action> rows[] = {
+        {"title", [](World& world) { world.at("title")->setData(longText); }},
+        {"list", [](World& world) { world.at("list")->setData(longText, 2); }},
+        {"list",
+         [](World& world) {
+             world.at("list")->setData(TextList({longText, longText}), 0, -1);
+         }},
+        {"list", [](World& world) { world.at("list")->copyData(world.at("list"), 0, 1, 2); }},
+        {"points[1]/x", [](World& world) { world.root.parseCommand(Text("points[1] = {{x=new;}}"), 0); }},
+    };
+    for (const auto& [path, action] : rows)
+        EXPECT_EQ(stateBehindAHandlerThatFails(path, action), stateAfter(action)) << path;
+}
+
+TEST_F(OutOfMemoryInTree, WhatAHandlerThrowsEndsAListOfCommands) {
+    EXPECT_EQ(stateBehindAHandlerThatFails(
+                  "loose", [](World& world) { world.root.parseCommand(Text("title=a;loose=b;subtitle=c"), 0); }),
+              stateAfter([](World& world) { world.root.parseCommand(Text("title=a;loose=b"), 0); }));
+}
+
+TEST_F(OutOfMemoryInTree, WhatAFollowersHandlerThrowsLeavesTheSourceAsItWas) {
+    EXPECT_EQ(stateBehindAHandlerThatFails("subtitle", [](World& world) { world.at("title")->setData("new"); }),
+              stateAfter([](World& world) { world.at("subtitle")->setData("new"); }));
+}
+
+TEST_F(OutOfMemoryInTree, WhatAHandlerThrowsOnANewTypeLeavesTheType) {
+    EXPECT_EQ(
+        stateBehindAHandlerThatFails(
+            "points",
+            [](World& world) { world.points()->setObjectType(DataObject::getTypesTable()->getTypeByName("Other")); }),
+        stateAfter(
+            [](World& world) { world.points()->setObjectType(DataObject::getTypesTable()->getTypeByName("Other")); }));
+}
+
+TEST_F(OutOfMemoryInTree, WhatAHandlerThrowsWhenOneJoinsLeavesItRegistered) {
+    World world;
+    Failing failing;
+    failing.isReady = true;
+    EXPECT_THROW(world.root.registerHandler(Text("loose"), &failing, 0), std::bad_alloc);
+    EXPECT_EQ(failing.getField(), world.at("loose"));
+    EXPECT_EQ(world.at("loose")->getNumHandlers(), 2);
 }
