@@ -194,3 +194,24 @@ TEST_F(OutOfMemoryInHandlerTrees, AHostPluginRegistersWhollyOrNotAtAll) {
         EXPECT_EQ(tree->getNumFields(), 0);
     });
 }
+
+TEST_F(OutOfMemoryInHandlerTrees, APluginGoesWithoutMemory) {
+    IDataHandlerImpl::init();
+    auto* const tree = static_cast<Orbel*>(treeOf(1));
+    survivesAnywhere([&](const Operate& operate) {
+        auto plugin = std::make_unique<Plugin>();
+        auto hostPlugin = std::make_unique<KorPlugin>();
+        SCENE scene = 1;
+        hostPlugin->setLocalScene(scene);
+        plugin->init(1);
+        hostPlugin->init(1);
+        plugin->registerHandler("one", nullptr, 0);
+        hostPlugin->Register("two", 0);
+        EXPECT_TRUE(operate([&] {
+            plugin->unregisterHandler();
+            plugin.reset();
+            hostPlugin.reset();
+        }));
+        EXPECT_EQ(tree->getNumFields(), 0);
+    });
+}
