@@ -9,11 +9,14 @@
 #include "TypesState.h"
 
 #include <algorithm>
+#include <iterator>
 #include <ostream>
 
 DataObjectTypesTable::DataObjectTypesTable() {
-    decltype(typesState.knownNames) names{"string"};
-    typesState.knownNames.swap(names);
+    auto& names = typesState.knownNames;
+    const auto text = names.insert("string").first;
+    names.erase(names.begin(), text);
+    names.erase(std::next(text), names.end());
 }
 
 DataObjectTypesTable::~DataObjectTypesTable() {
