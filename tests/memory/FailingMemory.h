@@ -19,7 +19,7 @@ public:
     bool happened() const;
 };
 
-/// How many allocations of the process have not been given back.
+/// How many allocations of the process have not been given back; always 0 on Windows.
 long long held();
 
 } // namespace memory
