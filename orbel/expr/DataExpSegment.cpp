@@ -37,9 +37,10 @@ DataExpSegment::~DataExpSegment() {
 }
 
 void DataExpSegment::hold(DataField* field) {
+    FieldRef found(field);
     release();
     field->ref(this, nullptr);
-    m_field = FieldRef(field);
+    m_field = std::move(found);
 }
 
 void DataExpSegment::release() {
@@ -50,8 +51,8 @@ void DataExpSegment::release() {
 
 void DataExpSegment::fill(Kind kind, std::string_view text, const FieldRef& context) {
     release();
-    m_kind = kind;
     m_text = text;
+    m_kind = kind;
     m_context = context;
     m_firstIndex = -1;
     m_lastIndex = -1;

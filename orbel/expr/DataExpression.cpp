@@ -72,11 +72,14 @@ void DataExpression::registerVariableQuery(DataVariableQuery* query) {
 }
 
 void DataExpression::setHostField(Orbel* root, DataField* hostField) {
-    m_root = FieldRef(root);
-    m_hostField = FieldRef(hostField);
+    FieldRef newRoot(root);
+    FieldRef newHostField(hostField);
+    FieldRef context(hostField ? hostField->getParent() : nullptr);
+    m_root = std::move(newRoot);
+    m_hostField = std::move(newHostField);
     if (!hostField)
         return;
-    m_context = FieldRef(hostField->getParent());
+    m_context = std::move(context);
     for (int at = 0; at < m_count; ++at)
         m_segments[at].m_context = m_context;
 }
@@ -85,14 +88,29 @@ void DataExpression::parse(char* text) {
     const text::LentText copy(expressionState.texts, text::viewOf(text));
     ExpressionWatch::parsedAnew(*this);
     const ExpressionWatch watch(*this);
-    while (m_count > 0)
-        m_segments[--m_count].release();
+    clear();
     if (DataField* hostField = m_hostField.get())
         m_context = FieldRef(hostField->getParent());
     if (!m_context.get())
         m_context = m_root;
 
-    ExpressionText pieces(copy.view());
+    try {
+        addPieces(copy.view(), watch);
+    } catch (...) {
+        // Half of an expression could be a command that nobody has written.
+        if (!watch.ended())
+            clear();
+        throw;
+    }
+}
+
+void DataExpression::clear() {
+    while (m_count > 0)
+        m_segments[--m_count].release();
+}
+
+void DataExpression::addPieces(std::string_view text, const ExpressionWatch& watch) {
+    ExpressionText pieces(text);
     while (!watch.ended() && m_count < maxSegments) {
         const auto piece = pieces.next();
         if (!piece)

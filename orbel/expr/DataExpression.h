@@ -75,6 +75,8 @@ public:
 private:
     static constexpr int maxSegments = 100;
 
+    void clear();
+    void addPieces(std::string_view text, const ExpressionWatch& watch);
     void addPiece(const ExpressionPiece& piece, const ExpressionWatch& watch);
     void addReference(DataExpSegment::Kind kind, std::string_view written, const ExpressionWatch& watch);
     void addSegment(DataExpSegment::Kind kind, std::string_view text);

@@ -39,12 +39,17 @@ Orbel* SceneRegistry::onlyTree() {
 }
 
 Orbel* SceneRegistry::sceneTree(int sceneId) {
-    // Contract: a tree that could not be made is not tried again.
-    const auto [tree, isNew] = m_trees.try_emplace(sceneId, nullptr);
-    if (isNew) {
+    const auto found = m_trees.find(sceneId);
+    if (found != m_trees.end())
+        return found->second;
+    try {
         const std::string name = "Scene-#" + std::to_string(sceneId);
-        tree->second = newTree(name);
+        // Contract: a tree that could not be made is not tried again.
+        Orbel*& tree = m_trees.emplace(sceneId, nullptr).first->second;
+        tree = newTree(name);
         std::cout << "++++++++++ Creating new Orbel : " << name << " ++++++++++" << std::endl;
+        return tree;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
     }
-    return tree->second;
 }

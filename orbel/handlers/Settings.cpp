@@ -56,10 +56,12 @@ void readLine(Settings& settings, std::string_view line) {
 void readSettings(Settings& settings) {
     if (settings.areRead)
         return;
-    settings.areRead = true;
-    settings.multiOrbel = 0;
-    setFolder(settings, ".");
+    Settings read = settings;
+    read.areRead = true;
+    read.multiOrbel = 0;
+    setFolder(read, ".");
     text::LineReader lines(files::openText("./Orbel.ini"), maxLineLength);
     while (const auto line = lines.next())
-        readLine(settings, *line);
+        readLine(read, *line);
+    settings = read;
 }

@@ -95,20 +95,29 @@ bool ChildTable::insert(DataField& field) {
         return false;
     const std::string_view name = field.getName();
     const std::uint32_t hash = namehash::of(name);
-    if (const std::uint32_t taken = positionOf(name, hash); taken != none) {
-        if (fieldOf(m_entries[taken]))
-            return false;
+    const std::uint32_t taken = positionOf(name, hash);
+    if (taken != none && fieldOf(m_entries[taken]))
+        return false;
+    makeRoom();
+    const Entry entry = entryFor(field);
+    if (taken != none)
         eraseAt(taken);
-    }
-    insertNew(field, hash);
+    append(field, entry, hash);
     return true;
 }
 
 void ChildTable::insertNew(DataField& field, std::uint32_t hash) {
     makeRoom();
+    append(field, entryFor(field), hash);
+}
+
+ChildTable::Entry ChildTable::entryFor(DataField& field) {
     // A field that another table lists by its name can be renamed without this one being told.
-    const Entry entry =
-        field.m_listedIn ? Entry::ofSecond(new Renamed{FieldRef(&field), field.getName()}) : Entry::ofFirst(&field);
+    return field.m_listedIn ? Entry::ofSecond(new Renamed{FieldRef(&field), field.getName()}) : Entry::ofFirst(&field);
+}
+
+/// There is room.
+inline void ChildTable::append(DataField& field, Entry entry, std::uint32_t hash) {
     const auto position = static_cast<std::uint32_t>(m_entries.size());
     if (m_ordered == position && (position == 0 || comesBefore(m_entries.back(), entry)))
         ++m_ordered;
@@ -121,7 +130,6 @@ void ChildTable::insertNew(DataField& field, std::uint32_t hash) {
     ++m_shape;
 }
 
-/// After this, adding an entry does not fail half-way.
 void ChildTable::makeRoom() {
     if (m_entries.size() == m_entries.capacity())
         m_entries.reserve(std::max<std::size_t>(8, m_entries.size() * 2));

@@ -42,6 +42,8 @@ public:
     bool insert(DataField& field);
     /// The name is not taken.
     void insertNew(DataField& field, std::uint32_t hash);
+    /// After this, adding an entry does not fail half-way.
+    void makeRoom();
     /// Null when there is no such name.
     DataField* erase(std::string_view name);
     /// The first in order, which leaves; null also when it was destroyed.
@@ -113,7 +115,8 @@ private:
     DataField* eraseAt(std::uint32_t position);
     void freeSlot(std::size_t slot);
     void putIntoSlot(Slot filled);
-    void makeRoom();
+    static Entry entryFor(DataField& field);
+    void append(DataField& field, Entry entry, std::uint32_t hash);
     void fillSlots();
     void dropHoles();
     void putInOrder();

@@ -10,6 +10,7 @@
 #include "FieldWatch.h"
 #include "HandlerList.h"
 #include "Limits.h"
+#include "NewField.h"
 #include "TreeState.h"
 #include "TypeBuild.h"
 
@@ -106,7 +107,13 @@ DataObject* DataArray::makeElement(int index) {
     if (!element || element->getParent())
         element = new DataObject((std::string(m_objectType->getName()) + "-#" + std::to_string(index)).data());
     const FieldWatch watch(*element);
-    element->setObjectType(m_objectType);
+    try {
+        element->setObjectType(m_objectType);
+    } catch (...) {
+        if (!watch.ended() && element->getRef() == 0)
+            NewField::discard(*element);
+        throw;
+    }
     return watch.ended() ? nullptr : element;
 }
 
@@ -122,11 +129,26 @@ DataObject* DataArray::appendElement() {
             delete element;
         return nullptr;
     }
-    const int index = getSize();
-    m_elements.push_back(element);
-    element->setParent(this, index);
-    element->ref(this, this);
+    try {
+        m_elements.push_back(element);
+        element->setParent(this, getSize() - 1);
+        element->ref(this, this);
+    } catch (...) {
+        if (!m_elements.empty() && m_elements.back() == element)
+            m_elements.pop_back();
+        if (element->getRef() == 0)
+            NewField::discard(*element);
+        throw;
+    }
     return element;
+}
+
+void DataArray::removeLastElement() {
+    DataObject* element = m_elements.back();
+    m_elements.pop_back();
+    element->setParent(nullptr, 0);
+    if (element->unref(this, this) == 0)
+        NewField::discard(*element);
 }
 
 int DataArray::getSize() {
@@ -194,11 +216,11 @@ void DataArray::removeChildren() {
     treeState.paths.drop();
     std::vector<DataObject*> elements;
     elements.swap(m_elements);
-    std::vector<DataField*> fields;
     for (DataObject* element : elements) {
-        element->getFieldsVector(&fields);
-        for (DataField* field : fields)
-            field->unref(this, this);
+        // One by one, for this must not run out of memory.
+        for (int left = element->DataStructure::getNumFields(); left > 0; --left)
+            if (DataField* field = element->DataStructure::getFieldByIndex(left - 1))
+                field->unref(this, this);
         element->deleteChildren();
         element->setParent(nullptr, 0);
         if (element->unref(this, this) == 0)

@@ -76,6 +76,7 @@ public:
 
 protected:
     DataObject* appendElement();
+    void removeLastElement();
 
 private:
     DataObject* makeElement(int index);

@@ -61,9 +61,10 @@ DataBaseType::DataBaseType(const DataBaseType& other)
 DataBaseType& DataBaseType::operator=(const DataBaseType& other) {
     if (this == &other)
         return *this;
+    OwnerSet owners(other.m_owners);
     aboutToRename(other.m_name);
     setType(other.m_type);
-    m_owners = other.m_owners;
+    m_owners.swap(owners);
     m_referenceCount = other.m_referenceCount;
     m_referenceCalls = other.m_referenceCalls;
     text::copyCut(m_name, other.m_name);
@@ -126,9 +127,9 @@ int DataBaseType::unref() {
 }
 
 int DataBaseType::ref(void* owner, DataField* /*referrer*/) {
-    ++m_referenceCalls;
     if (m_owners.insert(owner))
         ++m_referenceCount;
+    ++m_referenceCalls;
     return m_referenceCount;
 }
 

@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 DataType* DataField::classType = nullptr;
 
@@ -37,17 +38,29 @@ DataField::DataField(char* name) : DataBaseType(name) {
 
 DataField::DataField(const DataField& other) : DataBaseType(other) {
     shareFrom(other);
+    if (DataField* source = getLinkSource())
+        source->targets().addSilent(this);
 }
 
 DataField& DataField::operator=(const DataField& other) {
     if (this == &other)
         return *this;
+    // All that takes memory comes first, so that afterwards nothing fails half-way.
+    auto& origin = const_cast<DataField&>(other);
+    origin.targets();
+    origin.m_handlers.prepareToShare(origin);
+    ties();
+    LinkTargets::SilentFollower follower;
+    if (DataField* source = origin.getLinkSource())
+        follower = source->targets().prepareSilent(this);
+    DataBaseType::operator=(other);
     unregisterAllHandlers();
     ClearLinks();
     if (LinkTargets* list = targetsIfAny())
         list->releaseSilent(*this);
-    DataBaseType::operator=(other);
     shareFrom(other);
+    if (DataField* source = getLinkSource())
+        source->targets().addSilent(std::move(follower));
     return *this;
 }
 
@@ -74,8 +87,6 @@ void DataField::shareFrom(const DataField& other) {
     m_parentInstance = other.m_parentInstance;
     m_dataInitialized = other.m_dataInitialized;
     setSource(origin.getLinkSource());
-    if (DataField* source = getLinkSource())
-        source->targets().addSilent(this);
 }
 
 FieldTies& DataField::ties() {
@@ -241,10 +252,10 @@ char* DataField::getFullPath() {
 void DataField::registerHandler(DataHandler* handler) {
     if (!handler)
         return;
-    handler->setField(this);
     const bool joins = !m_handlers.contains(*handler);
     if (joins)
         m_handlers.append(*this, handler);
+    handler->setField(this);
     m_handlers.recount();
     if (joins)
         tellHandlers();
@@ -345,18 +356,38 @@ void DataField::addTargetLink(DataField* target) {
     const LinkTargets* followers = target->targetsIfAny();
     if (followers && followers->isFollowed() && findLinkSource(target))
         return;
-    target->removeSourceLink();
-    target->setSource(this);
+    target->ties();
     targets().append(target);
+    target->leaveSourceFor(targets());
+    target->setSource(this);
+}
+
+/// Ends the link to the source, but leaves the list alone that the field has joined for its next one: clones share
+/// theirs, so it may be the same.
+void DataField::leaveSourceFor(LinkTargets& joined) {
+    DataField* source = getLinkSource();
+    if (source && source->targetsIfAny() != &joined)
+        removeSourceLink();
+    else
+        joined.removeSilent(this);
 }
 
 void DataField::setLinkSource(DataField* source) {
     if (source == this || source == getLinkSource())
         return;
-    removeSourceLink();
+    if (!source) {
+        removeSourceLink();
+        return;
+    }
+    ties();
+    LinkTargets& joined = source->targets();
+    joined.addSilent(this);
+    DataField* old = getLinkSource();
+    if (old && old->targetsIfAny() != &joined)
+        removeSourceLink();
+    else if (old)
+        joined.remove(this);
     setSource(source);
-    if (source)
-        source->targets().addSilent(this);
 }
 
 void DataField::removeTargetLink(DataField* target) {

@@ -147,6 +147,7 @@ private:
     template <class Call>
     bool walkTargetsFrom(std::size_t skips, const FieldWatch& watch, Call call);
     void setSource(DataField* source);
+    void leaveSourceFor(LinkTargets& joined);
     void shareFrom(const DataField& other);
 
     // In this order what a store touches lies together, with the text that a DataValue adds.

@@ -102,10 +102,20 @@ DataObject* DataHashTable::newObject(char* key) {
     DataObject* element = appendElement();
     if (!element)
         return nullptr;
-    const auto [entry, added] = m_entries.try_emplace(std::string(text::viewOf(key)), element);
-    if (added)
-        m_order.push_back(&*entry);
-    return entry->second;
+    try {
+        m_order.push_back(nullptr);
+        const auto [entry, added] = m_entries.try_emplace(std::string(text::viewOf(key)), element);
+        if (added)
+            m_order.back() = &*entry;
+        else
+            m_order.pop_back();
+        return entry->second;
+    } catch (...) {
+        if (!m_order.empty() && !m_order.back())
+            m_order.pop_back();
+        removeLastElement();
+        throw;
+    }
 }
 
 void DataHashTable::setObjectData(char* data, char* key) {

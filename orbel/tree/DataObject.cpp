@@ -15,6 +15,7 @@
 #include "FieldWatch.h"
 #include "HandlerList.h"
 #include "Limits.h"
+#include "NewField.h"
 #include "TypeBuild.h"
 
 #include <algorithm>
@@ -29,8 +30,10 @@ DataArray* makeArray(DataObjectType& type, char* name, int size) {
     DataArray* array = type.createArray();
     if (!array)
         array = new DataArray(name);
+    NewField made(*array);
     array->setObjectType(&type);
     array->setSize(size);
+    made.release();
     return array;
 }
 
@@ -99,6 +102,7 @@ bool DataObject::registerHandler(char* path, DataHandler* handler, int index) {
     if (found) {
         if (old == found)
             return true;
+        makeRoomForHandler(*found);
         if (old) {
             old->unregisterHandler(handler);
             DataNode* parent = old->getParent();
@@ -136,7 +140,15 @@ void DataObject::setObjectType(DataObjectType* type) {
     if (!type)
         return;
     const FieldWatch watch(*this);
-    createStructure();
+    try {
+        createStructure();
+    } catch (...) {
+        if (!watch.ended()) {
+            NewField::discardChildren(*this);
+            m_objectType = nullptr;
+        }
+        throw;
+    }
     if (!watch.ended())
         fireOnTypeChange(type->getName());
 }
@@ -171,10 +183,13 @@ void DataObject::createStructure() {
         if (hasChild(declaration->getName()))
             continue;
         DataField* field = createField(declaration);
+        if (!field)
+            continue;
+        NewField made(*field);
         if (watch.ended())
             return;
-        if (field)
-            addField(field, -1);
+        addField(field, -1);
+        made.release();
     }
 }
 
@@ -192,25 +207,28 @@ DataField* DataObject::createField(DataObjectField* declaration) {
     const int count = declaration->getSize();
     char* name = declaration->getName();
     DataField* field = nullptr;
-    if (isText) {
+    if (isText)
         field = new DataValue(name);
-        field->setSize(count);
-        take(field);
-    } else if (count == 1) {
+    else if (count == 1)
         field = createNestedObject(*type, name);
-    } else {
+    else
         field = makeArray(*type, name, count);
+    NewField made(*field);
+    if (isText)
+        field->setSize(count);
+    if (isText || count != 1)
         take(field);
-    }
     if (*declaration->getDefaultValue() != '\0') {
         std::string range = "0-" + std::to_string(std::max(count, 1) - 1);
         field->parse(count > 1 ? range.data() : nullptr, std::string(declaration->getDefaultValue()).data());
     }
+    made.release();
     return field;
 }
 
 DataField* DataObject::createNestedObject(DataObjectType& type, char* name) {
     DataObject* object = createObject(&type, name);
+    NewField made(*object);
     take(object);
     const TypeBuild build(&type);
     std::vector<DataObjectField*> declarations;
@@ -220,10 +238,13 @@ DataField* DataObject::createNestedObject(DataObjectType& type, char* name) {
         if (object->hasChild(declaration->getName()))
             continue;
         if (DataField* child = createField(declaration)) {
+            NewField madeChild(*child);
             take(child);
             object->addField(child, -1);
+            madeChild.release();
         }
     }
+    made.release();
     return object;
 }
 
@@ -238,7 +259,9 @@ DataObject* DataObject::createObject(DataObjectType* type, char* name) {
     if (DataObject* made = type->createObject())
         return made;
     auto* object = new DataObject(name);
+    NewField owned(*object);
     object->setObjectType(type);
+    owned.release();
     return object;
 }
 
@@ -251,7 +274,9 @@ DataArray* DataObject::createArray(char* typeName, char* name, int size) {
     if (!type)
         return nullptr;
     DataArray* array = makeArray(*type, name, size);
+    NewField made(*array);
     array->ref(nullptr, nullptr);
+    made.release();
     return array;
 }
 
@@ -293,7 +318,8 @@ void DataObject::dumpAllTypes(std::ostream& os) {
 }
 
 void DataObject::readConfigFiles() {
-    retireTypesTable(std::exchange(s_tTypes, nullptr));
+    retireTypesTable(s_tTypes);
+    s_tTypes = nullptr;
     s_tTypes = new DataObjectTypesTable;
 
     const TypeSource source = chooseTypeSource();

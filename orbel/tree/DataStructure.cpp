@@ -17,6 +17,7 @@
 #include "FieldWatch.h"
 #include "HandlerList.h"
 #include "Limits.h"
+#include "NewField.h"
 #include "TreeState.h"
 
 #include <algorithm>
@@ -96,9 +97,9 @@ DataStructure::DataStructure(const DataStructure& other) = default;
 DataStructure& DataStructure::operator=(const DataStructure& other) {
     if (this == &other)
         return *this;
+    DataNode::operator=(other);
     if (m_children->hasOneStructure())
         removeChildren();
-    DataNode::operator=(other);
     treeState.paths.drop();
     m_children = other.m_children;
     return *this;
@@ -166,7 +167,13 @@ int DataStructure::getSize() {
 
 DataField* DataStructure::clone() {
     auto* copy = static_cast<DataStructure*>(type()->alloc(getName(), getSize()));
-    m_children->forEach([&](const char*, DataField& child) { copy->addField(child.clone(), -1); });
+    NewField made(*copy);
+    m_children->forEach([&](const char*, DataField& child) {
+        NewField childCopy(*child.clone());
+        copy->addField(childCopy.get(), -1);
+        childCopy.release();
+    });
+    made.release();
     return copy;
 }
 
@@ -229,9 +236,17 @@ bool DataStructure::copyData(DataField* source, int /*sourceIndex*/, int /*targe
 bool DataStructure::addField(DataField* field, int instance) {
     if (!field)
         return false;
+    // What else takes memory of naming a parent.
+    hold();
     const bool added = m_children->insert(*field);
+    try {
+        field->ref(this, this);
+    } catch (...) {
+        if (added)
+            m_children->erase(field->getName());
+        throw;
+    }
     field->setParent(this, instance);
-    field->ref(this, this);
     return added;
 }
 
@@ -499,9 +514,9 @@ DataField* DataStructure::findOrCreateQuietly(std::string_view kind, std::string
         return nullptr;
     std::unique_ptr<DataField> child = createField(kind, name);
     child->m_handlers.appendMarker(*child);
-    m_children->insertNew(*child, hash);
     child->setParent(this, -1);
     child->ref(this, this);
+    m_children->insertNew(*child, hash);
     return child.release();
 }
 
@@ -517,6 +532,9 @@ DataField* DataStructure::findOrCreate(std::string_view kind, std::string_view n
     if (!child)
         return nullptr;
 
+    std::optional<NewField> made;
+    if (isNew)
+        made.emplace(*child);
     const FieldWatch watch(*this);
     const FieldWatch childWatch(*child);
     if (!isNew)
@@ -527,6 +545,8 @@ DataField* DataStructure::findOrCreate(std::string_view kind, std::string_view n
     if (watch.ended() || childWatch.ended())
         return nullptr;
     addField(child, -1);
+    if (made)
+        made->release();
     return child;
 }
 
@@ -597,29 +617,50 @@ bool DataStructure::registerHandler(char* path, DataHandler* handler, int index)
         return false;
     if (!found)
         found = findChild(limits::cutName(text::viewOf(path)));
-    if (DataField* old = HandlerList::fieldOf(*handler)) {
-        if (old == found)
-            return true;
+    DataField* old = HandlerList::fieldOf(*handler);
+    if (old && old == found)
+        return true;
+    // All that takes memory comes first: whoever fails to move is still where it was.
+    const bool isLast = old && old->getNumHandlers() == (old->m_handlers.contains(*handler) ? 1 : 0);
+    // A node that is moved into itself would be a circle: what there is stays then, and a new field is made.
+    const bool leavesNobody = isLast && (found || !isWithin(*old, *this));
+    if (!found && leavesNobody)
+        makeRoomForChild();
+    else if (!found)
+        found = makeFor(*handler, path, index);
+    else
+        makeRoomForHandler(*found);
+    if (old)
         old->unregisterHandler(handler);
-        // A node that is moved into itself would be a circle: what there is stays then, and a new field is made.
-        if (old->getNumHandlers() == 0 && (found || !isWithin(*old, *this))) {
-            if (DataNode* parent = old->getParent())
-                parent->removeField(old->getName(), -1);
-            if (!found) {
-                old->setName(path);
-                addField(old, index);
-                found = old;
-            }
-            found->registerHandler(handler);
-            return true;
+    if (leavesNobody) {
+        if (DataNode* parent = old->getParent())
+            parent->removeField(old->getName(), -1);
+        if (!found) {
+            old->setName(path);
+            addField(old, index);
+            found = old;
         }
-    }
-    if (!found) {
-        found = static_cast<DataField*>(handler->getFieldType()->alloc(path, 0));
-        addField(found, index);
     }
     found->registerHandler(handler);
     return true;
+}
+
+void DataStructure::makeRoomForHandler(DataField& field) {
+    field.m_handlers.makeRoom(field);
+}
+
+/// After this, adding a field that only its parent holds and lists does not fail.
+void DataStructure::makeRoomForChild() {
+    hold();
+    m_children->makeRoom();
+}
+
+DataField* DataStructure::makeFor(DataHandler& handler, char* path, int index) {
+    auto* field = static_cast<DataField*>(handler.getFieldType()->alloc(path, 0));
+    NewField made(*field);
+    addField(field, index);
+    made.release();
+    return field;
 }
 
 bool DataStructure::unregisterHandler(DataHandler* handler) {

@@ -111,8 +111,12 @@ public:
 protected:
     /// The child of exactly this name, else null.
     DataField* findChild(std::string_view name);
+    /// After this, registering one more handler on the field does not fail, unless it is on others too.
+    static void makeRoomForHandler(DataField& field);
 
 private:
+    friend class NewField;
+
     class Resolution;
 
     const PathCacheEntry* knownAt(char* path, std::size_t length);
@@ -125,6 +129,8 @@ private:
     DataField* findOrCreate(std::string_view kind, std::string_view name);
     static void setObjectTypeOf(DataField& child, std::string_view kind);
     static void disposeIfUnused(DataField* field);
+    void makeRoomForChild();
+    DataField* makeFor(DataHandler& handler, char* path, int index);
 
     SharedPart<ChildTable> m_children;
 };

@@ -53,6 +53,31 @@ inline bool DataValue::storeAt(std::string_view value, std::size_t index) {
     return changed;
 }
 
+/// Stores all of `count` texts or, without memory for one, none. Tells whether handlers are to hear of a change.
+template <class Next>
+bool DataValue::storeAll(int from, int count, Next next) {
+    std::string* const stored = firstText() + from;
+    int fitting = 0;
+    while (fitting < count && next(fitting).size() <= stored[fitting].capacity())
+        ++fitting;
+    bool changed = false;
+    if (fitting == count) {
+        for (int done = 0; done < count; ++done)
+            changed |= storeAt(next(done), static_cast<std::size_t>(from + done));
+        return changed;
+    }
+    std::vector<std::string> made;
+    made.reserve(static_cast<std::size_t>(count));
+    for (int done = 0; done < count; ++done)
+        made.emplace_back(next(done));
+    for (int done = 0; done < count; ++done) {
+        std::string& text = made[static_cast<std::size_t>(done)];
+        changed |= m_handlers.notifyCount() < 1 || stored[done] != text;
+        stored[done].swap(text);
+    }
+    return changed;
+}
+
 DataType* DataValue::classType = nullptr;
 
 void DataValue::init() {
@@ -154,11 +179,11 @@ std::vector<std::string>& DataValue::texts() {
 }
 
 DataField* DataValue::clone() {
-    auto* copy = static_cast<DataValue*>(type()->alloc(getName(), getSize()));
-    static_cast<DataField&>(*copy) = *this;
     texts();
+    std::unique_ptr<DataValue> copy(static_cast<DataValue*>(type()->alloc(getName(), getSize())));
+    static_cast<DataField&>(*copy) = *this;
     copy->m_texts = m_texts;
-    return copy;
+    return copy.release();
 }
 
 /// The way of nearly every change: one text, and at most one observer, who wants to hear of every store.
@@ -176,8 +201,8 @@ inline void DataValue::store(const FieldWatch& watch, const char* value) {
     // The vector is the client's too.
     if (m_texts && m_texts->list.empty())
         m_texts->list.resize(1);
-    m_dataInitialized = 1;
     const bool changed = storeAt(text::viewOf(value), 0);
+    m_dataInitialized = 1;
     walkHandlers(watch, [this, changed](DataHandler& handler) { handler.onChange(*this, changed); });
 }
 
@@ -231,9 +256,10 @@ void DataValue::setData(std::string* value, int index) {
 void DataValue::setAt(std::string_view value, int index) {
     if (index < 0 || index >= getSize())
         return;
+    const bool changed = storeAt(value, static_cast<std::size_t>(index));
     m_dataInitialized = 1;
     // Contract: handlers rely on the end 0 here; fireHandlers raises it to the index.
-    fireHandlers(storeAt(value, static_cast<std::size_t>(index)), index, 0);
+    fireHandlers(changed, index, 0);
 }
 
 void DataValue::setData(std::vector<char*>* values, int from, int to) {
@@ -241,21 +267,23 @@ void DataValue::setData(std::vector<char*>* values, int from, int to) {
     DataField::setData(values, from, to);
     if (watch.ended() || !values)
         return;
-    m_dataInitialized = 1;
     const int size = getSize();
-    if (from < 0 || from >= size)
+    if (from < 0 || from >= size) {
+        m_dataInitialized = 1;
         return;
+    }
     const long long count = static_cast<long long>(values->size());
     const long long wanted = to == -1 ? from + count - 1 : std::min<long long>(to, 0LL + size + from - 1);
     const int last = static_cast<int>(std::min<long long>(wanted, size - 1));
 
     bool changed = getCountNotifyOnValueChange() < 1;
-    if (count > 0)
-        for (int index = from; index <= last; ++index) {
-            const long long next = std::min<long long>(index - from, count - 1);
-            const char* value = (*values)[static_cast<std::size_t>(next)];
-            changed |= storeAt(text::viewOf(value), static_cast<std::size_t>(index));
-        }
+    if (count > 0 && from <= last) {
+        const auto next = [&](int done) {
+            return text::viewOf((*values)[static_cast<std::size_t>(std::min<long long>(done, count - 1))]);
+        };
+        changed |= storeAll(from, last - from + 1, next);
+    }
+    m_dataInitialized = 1;
     fireHandlers(changed, from, last);
 }
 
@@ -278,6 +306,7 @@ void DataValue::getData(std::vector<char*>* out, int from, int to) {
     if (from < 0)
         return;
     const int last = to == -1 ? getSize() - 1 : std::min(to, getSize() - 1);
+    out->reserve(static_cast<std::size_t>(std::max(last - from + 1, 0)));
     for (int index = from; index <= last; ++index)
         out->push_back(firstText()[index].data());
 }
@@ -310,10 +339,15 @@ bool DataValue::copyData(DataField* source, int sourceIndex, int targetIndex, in
     const std::string* first = from + std::min(sourceIndex, source->getSize());
     std::string* target = into + std::min(targetIndex, getSize());
     const bool changed = !std::equal(first, first + count, target);
-    if (from == into && sourceIndex < targetIndex)
+    if (!std::equal(first, first + count, target,
+                    [](const std::string& text, const std::string& old) { return text.size() <= old.capacity(); })) {
+        std::vector<std::string> made(first, first + count);
+        std::swap_ranges(made.begin(), made.end(), target);
+    } else if (from == into && sourceIndex < targetIndex) {
         std::copy_backward(first, first + count, target + count);
-    else if (from != into || sourceIndex != targetIndex)
+    } else if (from != into || sourceIndex != targetIndex) {
         std::copy(first, first + count, target);
+    }
     m_dataInitialized = 1;
     fireHandlers(changed, targetIndex, targetIndex + count - 1);
     return true;

@@ -61,6 +61,8 @@ private:
     void setAndPassOn(const char* value);
     void setAmongOthers(const char* value);
     bool storeAt(std::string_view value, std::size_t index);
+    template <class Next>
+    bool storeAll(int from, int count, Next next);
     void setAt(std::string_view value, int index);
 
     // A single text stands in the item itself, until somebody asks for the vector, sets a size or shares it.

@@ -1,5 +1,7 @@
 #include "DumpUnderWay.h"
 
+#include <orbel/tree/DataBaseType.h>
+
 #include "TreeState.h"
 
 #include <fstream>
@@ -17,7 +19,8 @@ bool isStandard(const std::streambuf* buffer) {
 } // namespace
 
 DumpUnderWay::DumpUnderWay(std::ostream& os)
-    : m_os(os), m_outerStream(treeState.dumpStream), m_outerFlushesOnce(treeState.dumpFlushesOnce) {
+    : m_os(os), m_indentation(DataBaseType::indentation), m_outerStream(treeState.dumpStream),
+      m_outerFlushesOnce(treeState.dumpFlushesOnce) {
     if (m_outerStream == &os)
         return;
     treeState.dumpStream = &os;
@@ -25,18 +28,23 @@ DumpUnderWay::DumpUnderWay(std::ostream& os)
 }
 
 DumpUnderWay::~DumpUnderWay() {
+    if (!m_isComplete)
+        DataBaseType::indentation = m_indentation;
     treeState.dumpStream = m_outerStream;
     treeState.dumpFlushesOnce = m_outerFlushesOnce;
 }
 
 void DumpUnderWay::endFlushed() {
-    if (treeState.dumpFlushesOnce)
+    if (treeState.dumpFlushesOnce) {
         end();
-    else
-        m_os.flush();
+        return;
+    }
+    m_os.flush();
+    m_isComplete = true;
 }
 
 void DumpUnderWay::end() {
     if (treeState.dumpFlushesOnce && m_outerStream != &m_os)
         m_os.flush();
+    m_isComplete = true;
 }

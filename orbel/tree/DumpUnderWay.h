@@ -21,6 +21,9 @@ public:
 
 private:
     std::ostream& m_os;
+    /// What it is again when the dump fails.
+    int m_indentation;
+    bool m_isComplete = false;
     std::ostream* m_outerStream;
     bool m_outerFlushesOnce;
 };

@@ -40,6 +40,11 @@ bool FieldHandlers::contains(const DataHandler& handler) const {
     return held ? handler.isOn(HandlerPlace::ofSecond(const_cast<HandlerList*>(held))) : single() == &handler;
 }
 
+void FieldHandlers::makeRoom(DataField& field) {
+    if (list() || single())
+        makeList(field).makeRoom();
+}
+
 void FieldHandlers::append(DataField& field, DataHandler* handler) {
     if (!list() && !single()) {
         handler->joined(HandlerPlace::ofFirst(&field));

@@ -28,6 +28,8 @@ public:
     const char* nameAt(int index) const;
     bool contains(const DataHandler& handler) const;
 
+    /// After this, appending a handler that is on no other field does not fail.
+    void makeRoom(DataField& field);
     void append(DataField& field, DataHandler* handler);
     /// It must not be there already.
     void appendMarker(DataField& field);
@@ -53,6 +55,8 @@ public:
         return (m_word & isList) != 0 ? reinterpret_cast<HandlerList*>(m_word & ~flags) : nullptr;
     }
 
+    /// What takes memory of sharing them later.
+    void prepareToShare(DataField& field) { makeList(field); }
     /// From now on both have the same observers; `field` must have none of its own.
     void share(FieldHandlers& other, DataField& otherField);
 

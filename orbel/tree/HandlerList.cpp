@@ -35,6 +35,13 @@ DataHandler* HandlerList::at(DataField& field, int index) {
     return handler;
 }
 
+void HandlerList::makeRoom() {
+    if (m_handlers.size() == m_handlers.capacity()) {
+        ++treeState.disturbances;
+        m_handlers.reserve(m_handlers.size() * 2 + 1);
+    }
+}
+
 void HandlerList::append(DataHandler* handler) {
     ++treeState.disturbances;
     m_handlers.push_back(handler);
@@ -51,8 +58,8 @@ void HandlerList::appendMarker(DataField& field) {
     ++treeState.disturbances;
     for (const auto& marker : m_markers)
         if (!marker->m_place && std::string_view(marker->m_name) == markerName) {
-            marker->setField(&field);
             append(marker.get());
+            marker->setField(&field);
             return;
         }
     m_handlers.push_back(nullptr);

@@ -30,6 +30,8 @@ public:
     /// The marker is made, for this field, when it stands there.
     DataHandler* at(DataField& field, int index);
 
+    /// After this, appending a handler that is on no other field does not fail.
+    void makeRoom();
     void append(DataHandler* handler);
     void appendMarker(DataField& field);
     bool remove(DataHandler* handler);

@@ -16,14 +16,35 @@ std::size_t LinkTargets::positionOf(const DataField* field) const {
 void LinkTargets::append(DataField* field) {
     ++treeState.disturbances;
     m_targets.push_back(field);
+    try {
+        notePosition(field);
+    } catch (...) {
+        m_targets.pop_back();
+        throw;
+    }
     ++m_live;
+}
+
+/// Of the last target.
+void LinkTargets::notePosition(DataField* field) {
     // Few that are left of many are still looked up, and so must be those that join them.
-    if (!m_positions.empty())
+    if (!m_positions.empty()) {
         m_positions.emplace(field, m_targets.size() - 1);
-    else if (m_targets.size() > fewTargets)
-        for (std::size_t position = m_first; position < m_targets.size(); ++position)
-            if (m_targets[position])
-                m_positions.emplace(m_targets[position], position);
+        return;
+    }
+    if (m_targets.size() <= fewTargets)
+        return;
+    std::unordered_map<const DataField*, std::size_t> positions;
+    for (std::size_t position = m_first; position < m_targets.size(); ++position)
+        if (m_targets[position])
+            positions.emplace(m_targets[position], position);
+    m_positions.swap(positions);
+}
+
+LinkTargets::SilentFollower LinkTargets::prepareSilent(DataField* clone) {
+    m_silent.reserve(m_silent.size() + 1);
+    std::unordered_set<DataField*> alone{clone};
+    return alone.extract(alone.begin());
 }
 
 void LinkTargets::remove(const DataField* field) {

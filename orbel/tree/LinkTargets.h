@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 class DataField;
@@ -17,11 +18,16 @@ public:
     bool empty() const { return m_live == 0; }
     DataField* front() const { return m_targets[m_first]; }
     bool contains(const DataField* field) const { return positionOf(field) != m_targets.size(); }
+    /// Without memory for it nothing is changed.
     void append(DataField* field);
     void remove(const DataField* field);
 
     /// Clones name their origin's source without being its targets: they are told when it dies, nothing else.
     void addSilent(DataField* clone) { m_silent.insert(clone); }
+    /// What takes memory of adding one later.
+    using SilentFollower = std::unordered_set<DataField*>::node_type;
+    SilentFollower prepareSilent(DataField* clone);
+    void addSilent(SilentFollower clone) { m_silent.insert(std::move(clone)); }
     void removeSilent(DataField* clone) { m_silent.erase(clone); }
     /// The source dies or becomes a copy of another field: its silent followers forget it.
     void releaseSilent(const DataField& source);
@@ -68,6 +74,7 @@ private:
     static constexpr std::size_t fewTargets = 8;
 
     std::size_t positionOf(const DataField* field) const;
+    void notePosition(DataField* field);
     void dropHoles();
 
     /// In order; null for those that were removed, which are dropped when no walk is under way.

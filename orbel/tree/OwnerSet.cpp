@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <utility>
 
 namespace {
 
@@ -19,7 +18,7 @@ OwnerSet::OwnerSet(const OwnerSet& other)
 
 OwnerSet& OwnerSet::operator=(const OwnerSet& other) {
     OwnerSet copy(other);
-    std::swap(m_owners, copy.m_owners);
+    swap(copy);
     return *this;
 }
 

@@ -4,6 +4,7 @@
 #include <orbel/tree/EitherPointer.h>
 
 #include <set>
+#include <utility>
 
 /// Who holds an item, each owner once. Items seldom have more than one owner, and one takes no memory of its own.
 class OwnerSet {
@@ -13,6 +14,7 @@ public:
     OwnerSet& operator=(const OwnerSet& other);
     ~OwnerSet();
 
+    void swap(OwnerSet& other) { std::swap(m_owners, other.m_owners); }
     bool empty() const;
     /// False when it was there already.
     bool insert(void* owner) { return (!owner || m_owners.first() != owner) && insertAnother(owner); }

@@ -9,6 +9,7 @@
 #include "TypeRendering.h"
 
 #include <ostream>
+#include <utility>
 
 DataObjectField::DataObjectField() : m_type("Unknown"), m_name("No name"), m_size(1) {}
 
@@ -18,10 +19,7 @@ DataObjectField::DataObjectField(const DataObjectField& other)
 DataObjectField& DataObjectField::operator=(const DataObjectField& other) {
     if (this == &other)
         return *this;
-    m_type = other.m_type;
-    rename(other.m_name);
-    m_defaultValue = other.m_defaultValue;
-    m_size = other.m_size;
+    replace(other.m_type, other.m_name, other.m_defaultValue, other.m_size);
     return *this;
 }
 
@@ -54,7 +52,7 @@ int DataObjectField::getSize() {
 }
 
 void DataObjectField::setName(char* name) {
-    rename(text::viewOf(name));
+    rename(std::string(text::viewOf(name)));
 }
 
 void DataObjectField::setType(char* type) {
@@ -96,10 +94,21 @@ void DataObjectField::dumpXML(std::ostream& os) {
     os << '<' << m_type << '>' << m_name << "</" << m_type << ">\n";
 }
 
-void DataObjectField::rename(std::string_view name) {
-    if (m_holder)
-        m_holder->m_fieldsByName.erase(m_name.data());
-    m_name = name;
-    if (m_holder)
-        m_holder->m_fieldsByName.emplace(m_name.data(), this);
+void DataObjectField::replace(std::string type, std::string name, std::string defaultValue, int size) {
+    rename(std::move(name));
+    m_type.swap(type);
+    m_defaultValue.swap(defaultValue);
+    m_size = size;
+}
+
+void DataObjectField::rename(std::string name) {
+    if (!m_holder) {
+        m_name.swap(name);
+        return;
+    }
+    // What was taken out goes in again without memory.
+    auto entry = m_holder->m_fieldsByName.extract(m_name.data());
+    m_name.swap(name);
+    entry.key() = m_name.data();
+    m_holder->m_fieldsByName.insert(std::move(entry));
 }

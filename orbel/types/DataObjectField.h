@@ -49,7 +49,8 @@ private:
     friend class DataObjectType;
     friend class TypeParser;
 
-    void rename(std::string_view name);
+    void replace(std::string type, std::string name, std::string defaultValue, int size);
+    void rename(std::string name);
 
     std::string m_type;
     std::string m_name;

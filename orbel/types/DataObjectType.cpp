@@ -26,10 +26,14 @@ std::string describe(DataObjectField& field) {
 DataObjectType::DataObjectType() = default;
 
 DataObjectType::~DataObjectType() {
-    const std::vector<DataObjectField*> fields = fieldsInOrder();
-    removeAll();
+    std::vector<DataObjectField*> fields;
+    fields.swap(m_fields);
+    m_fieldsByName.clear();
     for (DataObjectField* field : fields)
-        delete field;
+        if (field) {
+            field->m_holder = nullptr;
+            delete field;
+        }
 }
 
 bool DataObjectType::parse(char* body) {
@@ -58,10 +62,15 @@ bool DataObjectType::parseGetName(char** text, char* name) {
 void DataObjectType::addField(DataObjectField* field) {
     if (!field || field->m_holder)
         return;
-    field->m_holder = this;
-    field->m_position = m_fields.size();
     m_fields.push_back(field);
-    m_fieldsByName.emplace(field->m_name.data(), field);
+    try {
+        m_fieldsByName.emplace(field->m_name.data(), field);
+    } catch (...) {
+        m_fields.pop_back();
+        throw;
+    }
+    field->m_holder = this;
+    field->m_position = m_fields.size() - 1;
 }
 
 DataObjectField* DataObjectType::getField(char* name) {
@@ -94,8 +103,9 @@ void DataObjectType::getFieldsDescription(char* out) {
 }
 
 void DataObjectType::removeAll() {
-    for (DataObjectField* field : fieldsInOrder())
-        field->m_holder = nullptr;
+    for (DataObjectField* field : m_fields)
+        if (field)
+            field->m_holder = nullptr;
     m_fields.clear();
     m_fieldsByName.clear();
 }
@@ -105,9 +115,10 @@ char* DataObjectType::getName() {
 }
 
 void DataObjectType::setName(char* name) {
+    std::string replacing(text::viewOf(name));
     if (m_table)
         m_table->forgetNames();
-    m_name = text::viewOf(name);
+    m_name.swap(replacing);
 }
 
 DataObject* DataObjectType::createObject() {

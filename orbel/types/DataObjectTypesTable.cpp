@@ -9,10 +9,14 @@
 #include "TypesState.h"
 
 #include <algorithm>
+#include <iterator>
 #include <ostream>
 
 DataObjectTypesTable::DataObjectTypesTable() {
-    typesState.knownNames = {"string"};
+    auto& names = typesState.knownNames;
+    const auto text = names.insert("string").first;
+    names.erase(names.begin(), text);
+    names.erase(std::next(text), names.end());
 }
 
 DataObjectTypesTable::~DataObjectTypesTable() {
@@ -35,11 +39,18 @@ bool DataObjectTypesTable::parse(char* text) {
 void DataObjectTypesTable::addType(DataObjectType* type) {
     if (!type || type->m_table)
         return;
-    type->m_table = this;
     m_types.push_back(type);
-    if (m_indexed)
-        m_typesByName.emplace(type->m_name, type);
-    typesState.knownNames.insert(type->m_name);
+    try {
+        // Last what cannot be taken back: another table may know the name already.
+        if (m_indexed)
+            m_typesByName.emplace(type->m_name, type);
+        typesState.knownNames.insert(type->m_name);
+    } catch (...) {
+        m_types.pop_back();
+        forgetNames();
+        throw;
+    }
+    type->m_table = this;
 }
 
 DataObjectType* DataObjectTypesTable::getTypeByName(const char* name) {

@@ -1,7 +1,5 @@
 #include "TypeFiles.h"
 
-#include "../foundation/platform/Files.h"
-
 #include <cstddef>
 #include <cstdio>
 #include <optional>
@@ -28,7 +26,10 @@ std::optional<std::string> readText(std::FILE* file) {
 } // namespace
 
 TypeFile readTypeFile(const char* path) {
-    const files::File file = files::openForReading(path);
+    return readTypeFile(files::openForReading(path));
+}
+
+TypeFile readTypeFile(const files::File& file) {
     if (!file)
         return {TypeFileResult::cannotOpen, {}};
     const std::optional<std::string> text = readText(file.get());

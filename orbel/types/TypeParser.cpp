@@ -70,7 +70,8 @@ void TypeParser::createType(std::string_view name, std::string_view body, DataOb
     type->setName(std::string(name).data());
     // Contract: the name becomes known only afterwards, so that no type can contain itself.
     parseBody(body, *type);
-    table.addType(type.release());
+    table.addType(type.get());
+    type.release();
 }
 
 void TypeParser::parseBody(std::string_view body, DataObjectType& type) {
@@ -86,8 +87,10 @@ void TypeParser::parseBody(std::string_view body, DataObjectType& type) {
             continue;
         }
         auto field = std::make_unique<DataObjectField>();
-        if (parseField(text::cutAt(rest, ';'), *field))
-            type.addField(field.release());
+        if (parseField(text::cutAt(rest, ';'), *field)) {
+            type.addField(field.get());
+            field.release();
+        }
         text::skipBlanks(rest);
     }
     reportBodyText(body);
@@ -103,15 +106,13 @@ bool TypeParser::parseField(std::string_view statement, DataObjectField& field) 
             m_listener->onFieldIgnored(statement);
         return false;
     }
-    field.m_type = type;
     text::skipBlanks(declaration);
     const bool hasSize = declaration.find('[') != std::string_view::npos;
-    field.rename(text::cutAt(declaration, '['));
-    field.m_size = hasSize ? text::readSignedNumber(text::cutAt(declaration, ']')) : 1;
-    if (hasDefault) {
-        text::skipBlanks(defaultValue);
-        field.m_defaultValue = defaultValue;
-    }
+    const std::string_view name = text::cutAt(declaration, '[');
+    const int size = hasSize ? text::readSignedNumber(text::cutAt(declaration, ']')) : 1;
+    text::skipBlanks(defaultValue);
+    field.replace(std::string(type), std::string(name), hasDefault ? std::string(defaultValue) : field.m_defaultValue,
+                  size);
     return true;
 }
 

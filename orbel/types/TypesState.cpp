@@ -19,6 +19,6 @@ void printTableEnd(int numTypes) {
 void retireTypesTable(DataObjectTypesTable* table) {
     if (!table)
         return;
-    printTableEnd(table->getNumTypes());
     typesState.retired = new RetiredTable{table, typesState.retired};
+    printTableEnd(table->getNumTypes());
 }

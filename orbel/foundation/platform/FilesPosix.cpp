@@ -1,9 +1,11 @@
 #include "Files.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
+#include <cerrno>
+#include <memory>
+#include <new>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -16,6 +18,17 @@ bool isFolder(int descriptor) {
     struct stat status = {};
     return fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
 }
+
+bool isRegularFile(int folder, const char* name) {
+    struct stat status = {};
+    return fstatat(folder, name, &status, 0) == 0 && S_ISREG(status.st_mode);
+}
+
+struct FolderCloser {
+    void operator()(DIR* folder) const { closedir(folder); }
+};
+
+using Folder = std::unique_ptr<DIR, FolderCloser>;
 
 bool matches(std::string_view name, std::string_view prefix, std::string_view suffix) {
     return name.size() >= prefix.size() + suffix.size() && name.substr(0, prefix.size()) == prefix &&
@@ -40,14 +53,13 @@ File openText(const char* path) {
 
 std::vector<std::string> listFolder(const std::string& folder, std::string_view prefix, std::string_view suffix) {
     std::vector<std::string> names;
-    std::error_code error;
-    std::filesystem::directory_iterator entry(folder, error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
-        std::error_code unknownKind;
-        const std::string name = entry->path().filename().string();
-        if (matches(name, prefix, suffix) && entry->is_regular_file(unknownKind))
-            names.push_back(name);
-    }
+    // Not by the standard library's iterator, which ends the process when memory runs out.
+    const Folder open(opendir(folder.c_str()));
+    if (!open && errno == ENOMEM)
+        throw std::bad_alloc();
+    while (const dirent* entry = open ? readdir(open.get()) : nullptr)
+        if (matches(entry->d_name, prefix, suffix) && isRegularFile(dirfd(open.get()), entry->d_name))
+            names.emplace_back(entry->d_name);
     std::sort(names.begin(), names.end());
     return names;
 }

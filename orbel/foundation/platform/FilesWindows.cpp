@@ -1,6 +1,8 @@
 #include "../text/Scanner.h"
 #include "Files.h"
 
+#include <memory>
+
 #include <windows.h>
 
 namespace files {
@@ -33,6 +35,10 @@ bool isFolder(const WIN32_FIND_DATAA& found) {
     return (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
+struct SearchCloser {
+    void operator()(HANDLE search) const { FindClose(search); }
+};
+
 } // namespace
 
 File openForReading(const char* path) {
@@ -51,15 +57,15 @@ std::vector<std::string> listFolder(const std::string& folder, std::string_view 
     const PlainSystemFolders plain;
     WIN32_FIND_DATAA found = {};
     const std::string pattern = joinPath(folder, std::string(prefix) + '*' + std::string(suffix));
-    const HANDLE search = FindFirstFileA(pattern.c_str(), &found);
-    if (search == INVALID_HANDLE_VALUE)
+    const HANDLE first = FindFirstFileA(pattern.c_str(), &found);
+    if (first == INVALID_HANDLE_VALUE)
         return names;
+    const std::unique_ptr<void, SearchCloser> search(first);
     do {
         // The search also looks at the short names of files, which differ from the long ones.
         if (!isFolder(found) && matches(found.cFileName, prefix, suffix))
             names.emplace_back(found.cFileName);
-    } while (FindNextFileA(search, &found) != FALSE);
-    FindClose(search);
+    } while (FindNextFileA(first, &found) != FALSE);
     return names;
 }
 

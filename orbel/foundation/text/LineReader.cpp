@@ -32,7 +32,7 @@ std::optional<std::string_view> LineReader::next() {
 
 /// False when there is no more.
 bool LineReader::readOn() {
-    if (!m_file)
+    if (!m_file || std::ferror(m_file.get()) != 0)
         return false;
     if (m_buffer.empty())
         m_buffer.resize(m_limit + blockSize);
