@@ -1,0 +1,76 @@
+#include "Input.h"
+#include "Show.h"
+#include "Target.h"
+
+#include <string>
+
+namespace {
+
+class Query : public DataVariableQuery {
+public:
+    const char* queryVariable(const char* name) override {
+        m_answer = std::string("<") + name + '>';
+        return m_answer.c_str();
+    }
+
+private:
+    std::string m_answer;
+};
+
+int answer(const char* request, const char** out) {
+    static std::string text;
+    text = std::string(request).substr(0, 3);
+    *out = text.c_str();
+    return 1;
+}
+
+/// What the expression says at a few indices.
+std::string evaluated(DataExpression& expression) {
+    std::string all;
+    for (const int index : {0, 1, 2, -1, 1'000})
+        all.append(expression.evaluate(index)).append("\n");
+    return all;
+}
+
+void runAsCommands(Show& show, DataExpression& expression) {
+    // Values may have made a text of digits and stars that the input did not have.
+    if (asksForMuch(expression.evaluate(1)))
+        return;
+    expression.execute(1);
+    show.checkSound();
+    if (asksForMuch(expression.evaluate(1)))
+        return;
+    expression.executeExtended(&show.root(), answer, 1);
+    show.checkSound();
+}
+
+const Target target("expressions", [](std::string_view input) {
+    const std::string_view text = upToNul(input);
+    for (const bool asks : {false, true}) {
+        Show show;
+        Query query;
+        DataExpression expression;
+        DataExpression again;
+        for (DataExpression* one : {&expression, &again}) {
+            one->registerVariableQuery(asks ? &query : nullptr);
+            one->setHostField(&show.root(), show.at("scene/text/size"));
+            Lent lent(text);
+            one->parse(lent);
+            check(lent.isStill(text), "an expression's text is not changed");
+        }
+        const std::string before = show.dumped();
+        const std::string first = evaluated(expression);
+        check(evaluated(expression) == first, "an expression says the same again");
+        check(evaluated(again) == first, "equal expressions say the same");
+        check(show.dumped() == before, "to evaluate changes nothing");
+        if (text.find("$(") == std::string_view::npos)
+            check(expression.evaluate(0) == text, "a text without macros is itself");
+        Lent commands(text);
+        expression.evaluate_Kor_Cmds(commands, answer);
+        runAsCommands(show, expression);
+        expression.parse(Text(""));
+        check(evaluated(expression) == "\n\n\n\n\n", "an empty expression says nothing");
+    }
+});
+
+} // namespace
