@@ -19,8 +19,7 @@ void declareTypes() {
     clearTypeVariables();
     DataObject::init();
     DataObject::getTypesTable()->parse(Text("Point = {string x=0; string y=0;};"
-                                            "Label = {string text=Hello; Point pos; string tags[4]=none; "
-                                            "Point corners[2];};"));
+                                            "Label = {string text=Hello; Point pos; string tags[4]=none;};"));
 }
 
 void checkValue(DataField& value) {
@@ -187,16 +186,32 @@ std::string Show::dumped() {
     return os.str();
 }
 
+namespace {
+
+bool isTypeKind(std::string_view textBehindName) {
+    return textBehindName.starts_with(':') || textBehindName.starts_with('[');
+}
+
+} // namespace
+
 bool asksForMuch(std::string_view text) {
     if (std::count(text.begin(), text.end(), '*') > 2)
         return true;
+    bool makesArray = false;
     for (std::size_t at = text.find('['); at != std::string_view::npos; at = text.find('[', at + 1)) {
         const std::size_t end = text.find_first_of("/=;", at);
         const std::string_view segment = text.substr(at, end == std::string_view::npos ? end : end - at);
         const auto digits = std::count_if(segment.begin(), segment.end(),
                                           [](char character) { return character >= '0' && character <= '9'; });
-        if (segment.find(':') != std::string_view::npos && digits > 2)
+        if (segment.find(':') == std::string_view::npos)
+            continue;
+        makesArray = true;
+        if (digits > 2)
             return true;
     }
-    return false;
+    int typeKinds = 0;
+    for (const std::string_view name : {"Point", "Label"})
+        for (std::size_t at = text.find(name); at != std::string_view::npos; at = text.find(name, at + 1))
+            typeKinds += isTypeKind(text.substr(at + name.size())) ? 1 : 0;
+    return makesArray && typeKinds > 1;
 }

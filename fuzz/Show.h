@@ -58,6 +58,10 @@ private:
 /// Whether a text asks for more than an input is worth: an array of a hundred objects and more made by a path, or
 /// commands that "*" multiplies. Both are limited by the library, but only far beyond what a fuzzer has the time for.
 /// Tests of the limits have such texts.
+///
+/// Also whether a text makes an array and may change the type of an object. Contract: the fields of the type before are
+/// deleted then, but not those that have children still, as arrays in it do; nobody owns them, and the show cannot know
+/// of them. For the same reason the types of a show have no arrays of objects; those of the target type-files have.
 bool asksForMuch(std::string_view text);
 
 #endif

@@ -89,11 +89,17 @@ std::string schemaOf(DataObjectTypesTable& table) {
 
 struct ReadTypes {
     explicit ReadTypes(const FileInput& file) {
+        // The first object of a process reads the types anew, so the class is made ready before.
+        DataObject::init();
+        clear();
         check(DataObject::readTypesTable(Text(file.path())), "a type file can be read");
     }
     ReadTypes(const ReadTypes&) = delete;
     ReadTypes& operator=(const ReadTypes&) = delete;
-    ~ReadTypes() {
+    ~ReadTypes() { clear(); }
+
+private:
+    static void clear() {
         delete DataObject::s_tTypes;
         DataObject::s_tTypes = nullptr;
         typesState.knownNames = {"string"};
