@@ -16,7 +16,8 @@ void checkCharacter(const CaseTable& cases, unsigned long number) {
         check(lower != 0 && static_cast<unsigned long>(lower) < 0x10000, "a lower-case character is in the plane");
         wchar_t back = lower;
         check(cases.toUpper(back), "what is the lower case of something has an upper case");
-        check(cases.toLower(back) && back == lower, "which has this lower case");
+        // Not always the same one: of several pairs with one upper case the first counts.
+        check(cases.toLower(back), "which has a lower case");
     } else {
         check(lower == character, "what has no lower case stays");
     }

@@ -16,7 +16,10 @@ const Target target("clear-lists", [](std::string_view input) {
     runCommands(
         input,
         [](Show& show, char* text) {
-            check(printed(show, text) == printed(show, text), "what is printed stays the same");
+            // Paths with kinds create what they print, and may change what the paths before them have printed.
+            printed(show, text);
+            if (std::string_view(text).find(':') == std::string_view::npos)
+                check(printed(show, text) == printed(show, text), "what is printed stays the same");
             show.root().executeClearCommand(text);
         },
         [](Show& show) {

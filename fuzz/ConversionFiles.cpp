@@ -30,7 +30,8 @@ bool isPlain(std::string_view input) {
     return plain;
 }
 
-/// The first value of each table and key, read the plainest way.
+/// The first value of each table and key, read the plainest way. A value is empty when only a line end follows the
+/// comma.
 std::map<std::pair<std::string, std::string>, std::string> plainRows(std::string_view input) {
     std::map<std::pair<std::string, std::string>, std::string> rows;
     std::string table;
@@ -42,7 +43,7 @@ std::map<std::pair<std::string, std::string>, std::string> plainRows(std::string
         const std::string_view value = rest.substr(0, rest.find(','));
         if (line.substr(0, comma) == "__TABLE__")
             table = stripped(value).empty() ? table : stripped(value);
-        else if (!table.empty() && !value.empty())
+        else if (!table.empty() && (!value.empty() || line.data() + line.size() != input.data() + input.size()))
             rows.try_emplace({table, stripped(line.substr(0, comma))}, value);
     });
     return rows;

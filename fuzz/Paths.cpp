@@ -65,6 +65,7 @@ const Target target("paths", [](std::string_view input) {
     show.checkSound();
     forEachLine(upToNul(input), [&](std::string_view line) { checkRegistration(show, std::string(line)); });
     show.checkSound();
+    check(!show.dumped().empty(), "a tree can be printed");
 });
 
 } // namespace

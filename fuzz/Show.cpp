@@ -173,7 +173,6 @@ Show::~Show() {
 
 void Show::checkSound() {
     Walk(root()).goDown(root(), 0, true);
-    check(dumped() == dumped(), "a dump changes nothing");
 }
 
 std::string Show::dumped() {
