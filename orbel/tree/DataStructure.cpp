@@ -290,6 +290,9 @@ public:
     void note(PathPlace& place, std::string_view path) const {
         if (!m_isQuiet || m_steps == 0 || m_steps > PathPlace::maxDepth || path.size() > PathPlace::maxLength)
             return;
+        // A value ends the walk, whatever the path has behind it.
+        if (m_path != path.data() + path.size() + 1)
+            return;
         place.depth = m_steps;
         std::copy(m_chain.begin(), m_chain.begin() + static_cast<std::ptrdiff_t>(m_steps) + 1, place.chain.begin());
         place.length = path.copy(place.path.data(), path.size());

@@ -530,6 +530,20 @@ TEST(PathChanges, AWayOfKindsThatWasTakenOutIsMadeAnew) {
     EXPECT_EQ(root.getField(Text("a"), 0, 0), y->getParent());
 }
 
+// A path with kinds that goes on behind a value led to the value at first, and to nothing when it was asked again.
+TEST(PathChanges, AWayOfKindsThatEndsAtAValueLeadsThereAgain) {
+    // Of just this class: the way to a path is kept for the library's own classes alone.
+    const Tree<Orbel> show(new Orbel(Text("show")));
+    Orbel& root = *show;
+    DataField* title = root.getField(Text("node:scene/string:title"), 0, 0);
+    for (const char* path : {"node:scene/title/y", "node:scene/string:title/y", "node:scene/title/y/z"})
+        EXPECT_EQ(at(root, path), title) << path;
+    EXPECT_NE(at(root, "node:scene/string:y"), title);
+    EXPECT_EQ(at(root, "node:scene/title/y"), title);
+    EXPECT_TRUE(root.setFieldData(Text("node:scene/title/y"), Text("set")));
+    EXPECT_EQ(*title->getData(0), "set");
+}
+
 Orbel* rootOfTypeFunction = nullptr;
 
 DataObject* makeAndTakeOut(char* /*typeName*/) {

@@ -1,0 +1,70 @@
+#!/usr/bin/env bash
+# fuzz/run.sh [TARGET] [SECONDS]   fuzzes one target, or all, as many at once as there are cores
+# fuzz/run.sh --merge              minimises what was found so far into the committed corpus
+# Called by ./dev fuzz, which builds the targets.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+found=build/fuzz/corpus
+limits=(-timeout=10 -rss_limit_mb=2048 -malloc_limit_mb=1024)
+max_len=4096
+
+# fuzz TARGET SECONDS prints one line; false when there is a finding.
+fuzz() {
+    local target=$1 log=build/fuzz/logs/$1.log findings=build/fuzz/findings/$1 stale=
+    mkdir -p "$found/$target" "$findings" build/fuzz/logs
+    stale=$(ls "$findings")
+    build/fuzz/fuzz/"fuzz_$target" -max_total_time="$2" -max_len=$max_len "${limits[@]}" -print_final_stats=1 \
+        -dict="fuzz/dictionaries/$target.dict" -artifact_prefix="$findings/" \
+        "$found/$target" "fuzz/corpus/$target" >"$log" 2>&1 || true
+    local new
+    new=$(comm -13 <(printf '%s\n' "$stale") <(ls "$findings"))
+    awk -v target="$target" -v findings="$(grep -c . <<<"$new")" '
+        / cov: / { for (at = 1; at < NF; ++at) { if ($at == "cov:") cov = $(at + 1); if ($at == "corp:") corpus = $(at + 1) } }
+        /number_of_executed_units/ { executions = $2 }
+        /average_exec_per_sec/ { rate = $2 }
+        END { printf "%-18s %10d executions %7d/s  coverage %5d  corpus %-12s findings %d\n",
+                     target, executions, rate, cov, corpus, findings }' "$log"
+    [[ -z $new ]] && grep -q number_of_executed_units "$log" && return
+    for name in $new; do
+        printf '  %s\n  replay: build/fuzz/fuzz/fuzz_%s %s\n' "$findings/$name" "$target" "$findings/$name"
+    done
+    printf '  log: %s\n' "$log"
+    return 1
+}
+
+# Hand-written inputs, whose names are no hashes, stay; of all others the fewest that reach as much, and of these the
+# 250 smallest: the tests replay them all.
+merge() {
+    local target=$1 corpus=fuzz/corpus/$1 merged file
+    merged=$(mktemp -d)
+    mkdir -p "$found/$target"
+    build/fuzz/fuzz/"fuzz_$target" -merge=1 -max_len=$max_len "${limits[@]}" "$merged" "$corpus" "$found/$target" \
+        >/dev/null 2>&1
+    find "$corpus" -type f -regextype posix-extended -regex '.*/[0-9a-f]{40}' -delete
+    # libFuzzer names files by their SHA-1.
+    sha1sum "$corpus"/* | while read -r hash _; do rm -f "$merged/$hash"; done
+    find "$merged" -type f -printf '%s %p\n' | sort -n | head -n 250 | cut -d ' ' -f 2 | xargs -r cp -t "$corpus"
+    rm -r "$merged"
+    printf '%-18s %4d files %7d bytes\n' "$target" "$(find "$corpus" -type f | wc -l)" \
+        "$(find "$corpus" -type f -printf '%s\n' | awk '{ sum += $1 } END { print sum }')"
+}
+
+export -f fuzz merge
+export found max_len
+# Arrays are not exported.
+each() {
+    ls fuzz/corpus | xargs -P "$(nproc)" -I{} bash -c "$(declare -p limits); set -o pipefail; $1"
+}
+
+case ${1:-} in
+    --merge) each 'merge {}' ;;
+    '') each 'fuzz {} 60' || exit 1 ;;
+    *)
+        if [[ ! -x build/fuzz/fuzz/fuzz_$1 ]]; then
+            echo "fuzz/run.sh: there is no target $1, but: $(ls fuzz/corpus | xargs)" >&2
+            exit 2
+        fi
+        fuzz "$1" "${2:-60}"
+        ;;
+esac
