@@ -60,15 +60,23 @@ bool mayGoDeeper(DataNode& node) {
     return depth <= limits::maxTreeDepth;
 }
 
-/// Whether the node is this field, or anywhere below it.
-bool isWithin(DataField& above, DataNode& node) {
-    int depth = 0;
-    for (DataField* at = &node; at && depth <= limits::maxTreeDepth; ++depth) {
-        if (at == &above)
-            return true;
-        at = at->getParent();
+/// Whether the field is `above`, or is listed anywhere below it. Not by parents: an element that was moved elsewhere is
+/// still one of its array.
+bool isWithin(DataField& above, DataField& field) {
+    if (&above == &field)
+        return true;
+    if (!above.isOfType(DataNode::getClassType()))
+        return false;
+    if (above.isOfType(DataArray::getClassType())) {
+        auto& array = static_cast<DataArray&>(above);
+        for (int index = 0; index < array.getSize(); ++index)
+            if (DataObject* element = array.getObject(index); element && isWithin(*element, field))
+                return true;
+        return false;
     }
-    return false;
+    std::vector<DataField*> children;
+    static_cast<DataNode&>(above).getFieldsVector(&children);
+    return std::any_of(children.begin(), children.end(), [&](DataField* child) { return isWithin(*child, field); });
 }
 
 } // namespace

@@ -191,9 +191,12 @@ inline bool DataValue::isSimple() const {
     return !m_texts && m_handlers.isSimple();
 }
 
-inline void DataValue::storeSimply(const FieldWatch& watch, const char* value) {
+inline void DataValue::storeSimply(const char* value) {
     write(m_text, text::viewOf(value));
     m_dataInitialized = 1;
+}
+
+inline void DataValue::tellSimply(const FieldWatch& watch) {
     walkSingle(watch, [this](DataHandler& handler) { handler.onChange(*this, true); });
 }
 
@@ -217,8 +220,9 @@ void DataValue::setData(const char* value) {
 }
 
 [[gnu::noinline]] void DataValue::setAlone(const char* value) {
+    storeSimply(value);
     const FieldWatch watch(*this);
-    storeSimply(watch, value);
+    tellSimply(watch);
 }
 
 /// For a field with followers, which may make it less simple. Not by DataField::setData: along a chain of links every
@@ -227,10 +231,12 @@ void DataValue::setData(const char* value) {
     const FieldWatch watch(*this);
     if (!walkTargets(watch, [value](DataField& target) { target.setData(value); }))
         return;
-    if (isSimple())
-        storeSimply(watch, value);
-    else
+    if (!isSimple()) {
         store(watch, value);
+        return;
+    }
+    storeSimply(value);
+    tellSimply(watch);
 }
 
 [[gnu::noinline]] void DataValue::setAmongOthers(const char* value) {

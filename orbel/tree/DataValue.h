@@ -55,7 +55,8 @@ private:
     std::string* firstText();
     std::vector<std::string>& texts();
     bool isSimple() const;
-    void storeSimply(const FieldWatch& watch, const char* value);
+    void storeSimply(const char* value);
+    void tellSimply(const FieldWatch& watch);
     void store(const FieldWatch& watch, const char* value);
     void setAlone(const char* value);
     void setAndPassOn(const char* value);

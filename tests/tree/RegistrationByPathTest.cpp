@@ -379,4 +379,23 @@ TEST_F(RegistrationByPathTest, HandlerOfAStructureMayMoveToANewFieldBelowIt) {
     }
 }
 
+// Dumping never ended: the array was made a child of an element that had moved elsewhere, but was still its own.
+TEST_F(RegistrationByPathTest, HandlerOfAnArrayMayMoveToANewFieldBelowAnElementThatHasMoved) {
+    DataObject* const element = points->getObject(1);
+    auto* inner = new DataStructure(Text("inner"));
+    element->addField(inner, 0);
+    static_cast<DataField*>(element)->registerHandler(&a);
+    EXPECT_TRUE(registerOn(*scene, "moved", a));
+    EXPECT_EQ(element->getParent(), scene);
+
+    static_cast<DataField*>(points)->registerHandler(&b);
+    EXPECT_TRUE(registerOn(*inner, "new", b));
+    EXPECT_EQ(points->getParent(), &root);
+    EXPECT_STREQ(b.getField()->getName(), "new");
+    EXPECT_EQ(b.getField()->getParent(), inner);
+    // The element has two owners now; its array lets go of it with the tree.
+    static_cast<DataField*>(element)->unregisterHandler(&a);
+    scene->removeField(Text("moved"), 0);
+}
+
 } // namespace
