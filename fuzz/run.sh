@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# fuzz/run.sh [TARGET] [SECONDS]   fuzzes one target, or all, as many at once as there are cores
+# fuzz/run.sh [TARGET] [SECONDS]   fuzzes one target, or each for SECONDS, several at once
 # fuzz/run.sh --merge              minimises what was found so far into the committed corpus
 # Called by ./dev fuzz, which builds the targets.
 set -euo pipefail
@@ -52,9 +52,10 @@ merge() {
 
 export -f fuzz merge
 export found max_len
-# Arrays are not exported.
+# Arrays are not exported. Two for each core, so that all have had their minute after a few; a run that is to find
+# something is one of a single target.
 each() {
-    ls fuzz/corpus | xargs -P "$(nproc)" -I{} bash -c "$(declare -p limits); set -o pipefail; $1"
+    ls fuzz/corpus | xargs -P "$((2 * $(nproc)))" -I{} bash -c "$(declare -p limits); set -o pipefail; $1"
 }
 
 case ${1:-} in
