@@ -14,12 +14,15 @@
 /// marker.
 template <class Call>
 [[gnu::noinline]] void DataField::walkOn(const FieldWatch& watch, std::size_t next, Call call) {
-    while (!watch.ended() && next < static_cast<std::size_t>(m_handlers.size())) {
+    while (next < static_cast<std::size_t>(m_handlers.size())) {
         const HandlerList* list = m_handlers.list();
         DataHandler* handler = list ? list->handlers()[next] : m_handlers.single();
         next = list ? next + 1 : static_cast<std::size_t>(m_handlers.size());
-        if (handler)
-            call(*handler);
+        if (!handler)
+            continue;
+        call(*handler);
+        if (watch.ended())
+            return;
     }
 }
 
@@ -53,7 +56,8 @@ inline void DataField::walkHandlers(const FieldWatch& watch, Call call) {
         if (DataHandler* handler = *at++) {
             call(*handler);
             if (treeState.disturbances != calm) {
-                walkOn(watch, static_cast<std::size_t>(at - begin), call);
+                if (!watch.ended())
+                    walkOn(watch, static_cast<std::size_t>(at - begin), call);
                 return;
             }
         }
