@@ -116,7 +116,8 @@ TEST_F(ObjectHandlers, MayReadTheTypesAnew) {
 }
 
 TEST_F(ObjectHandlers, MayDeleteAnObjectThatAPathRetypes) {
-    Owned<DataStructure> root(Text("root"));
+    DataStructure root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     DataObject* child = object.release();
     root.addField(child, 0);
     first.onceThen([&] {
@@ -251,7 +252,8 @@ int readAtOnce(const char* /*format*/, va_list /*args*/) {
 TEST(TypeFunctionsReentrancy, MayGrowTheArrayThatAsks) {
     DeclaredTypes types(pointAndLabel);
     types["Point"]->setCreateObjectFunc(growOnce);
-    Owned<DataArray> array(Text("a"));
+    DataArray array(Text("a"));
+    const SubtreeCleanup belowArray{array};
     array.setObjectType(types["Point"]);
     growing = &array;
     array.setSize(2);
