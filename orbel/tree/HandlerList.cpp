@@ -67,8 +67,6 @@ void HandlerList::appendMarker(DataField& field) {
 
 bool HandlerList::remove(DataHandler* handler) {
     ++treeState.disturbances;
-    if (!handler)
-        return false;
     const auto found = std::find(m_handlers.begin(), m_handlers.end(), handler);
     if (found == m_handlers.end())
         return false;

@@ -37,8 +37,6 @@ bool OwnerSet::insertAnother(void* owner) {
     }
     if (Many* many = m_owners.second())
         return many->insert(owner).second;
-    if (m_owners && m_owners.first() == owner)
-        return false;
     auto many = std::make_unique<Many>();
     if (void* alone = m_owners.first())
         many->insert(alone);

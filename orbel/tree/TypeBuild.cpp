@@ -33,8 +33,6 @@ bool TypeBuild::admitsField() {
 
 bool TypeBuild::admitsElement() {
     TypeBuild* build = treeState.builds;
-    if (!build)
-        return true;
     if (build->m_made == build->m_allowed)
         return false;
     ++build->m_made;

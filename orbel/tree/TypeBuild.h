@@ -17,8 +17,8 @@ public:
 
     /// Whether fields of this type may be made inside those under way.
     static bool admits(const DataObjectType& type);
-    /// Count one field or element; false when there have been too many. The outermost object gets all fields that its
-    /// type declares: there are only as many as somebody has written down.
+    /// Count one field or element of the innermost build, which there must be; false when there have been too many. The
+    /// outermost object gets all fields that its type declares: there are only as many as somebody has written down.
     static bool admitsField();
     static bool admitsElement();
 

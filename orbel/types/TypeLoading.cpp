@@ -4,10 +4,13 @@
 #include <orbel/types/DataObjectTypesTable.h>
 
 #include "../foundation/platform/Files.h"
+#include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
 #include "TypeFiles.h"
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 
 namespace {
 
@@ -34,11 +37,9 @@ TypeSource chooseTypeSource() {
 }
 
 std::string typeSourceText(TypeSource source) {
-    for (const Variable& variable : variables)
-        if (variable.source == source)
-            if (const char* text = std::getenv(variable.name))
-                return text;
-    return {};
+    const auto* variable = std::find_if(std::begin(variables), std::end(variables),
+                                        [source](const Variable& candidate) { return candidate.source == source; });
+    return std::string(text::viewOf(std::getenv(variable->name)));
 }
 
 bool isTypeDumpWanted() {

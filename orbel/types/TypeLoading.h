@@ -10,7 +10,7 @@ class DataObjectTypesTable;
 enum class TypeSource { file, folder, path, configured };
 
 TypeSource chooseTypeSource();
-/// The text of the variable that decides; empty for `configured`.
+/// The text of the variable that decides; there is none for `configured`.
 std::string typeSourceText(TypeSource source);
 /// Whether the log and the schema are to be printed once the types are loaded.
 bool isTypeDumpWanted();

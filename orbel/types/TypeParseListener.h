@@ -9,12 +9,12 @@ class TypeParseListener {
 public:
     virtual ~TypeParseListener() = default;
 
-    virtual void onTypeCreated(std::string_view /*name*/) {}
-    virtual void onTypeExtended(std::string_view /*name*/) {}
+    virtual void onTypeCreated(std::string_view name) = 0;
+    virtual void onTypeExtended(std::string_view name) = 0;
     /// A statement without "=", which has no effect.
     virtual void onStatementIgnored(std::string_view /*statement*/) {}
     /// A field statement without a known type; never an empty one.
-    virtual void onFieldIgnored(std::string_view /*statement*/) {}
+    virtual void onFieldIgnored(std::string_view statement) = 0;
     /// What stands in a body before its "{" or behind its "}" and has no effect; never an empty text.
     virtual void onBodyTextIgnored(std::string_view /*text*/) {}
 };

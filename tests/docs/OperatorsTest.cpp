@@ -187,7 +187,8 @@ TEST_F(OperatorsPage, ShowsLetters) {
 
 TEST_F(OperatorsPage, ShowsTypes) {
     readAllExamples();
-    Owned<Orbel> root{Text("show")};
+    Orbel root{Text("show")};
+    const SubtreeCleanup belowRoot{root};
     for (const Document::Row& row : rows("Types", "| Path | Field | Text |", 2)) {
         ASSERT_NE(root.getField(Text(Document::valueOf(row[0])), 0, 0), nullptr) << row[0];
         DataField* field = root.getField(Text(Document::valueOf(row[1])), 0, 0);
@@ -240,7 +241,8 @@ TEST_F(OperatorsPage, TellsWhatBecomesOfMistakesInTypes) {
         folder.write("types.qx", text);
         DataObject::readConfigFiles();
         return [](const std::string& key) {
-            Owned<Orbel> root{Text("show")};
+            Orbel root{Text("show")};
+            const SubtreeCleanup belowRoot{root};
             return childTexts(root.getField(Text("T:object"), 0, 0), key);
         };
     });

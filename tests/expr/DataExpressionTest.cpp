@@ -316,7 +316,8 @@ TEST(DataExpression, UnresolvedNamesAreLookedUpFromTheNewParent) {
 
 TEST(DataExpression, NullHostFieldLeavesTheContext) {
     ExpressionStage stage;
-    Owned<Orbel> other{Text("other")};
+    Orbel other{Text("other")};
+    const SubtreeCleanup belowOther{other};
     ExpressionStage::add(other, "a", "elsewhere");
     stage.parse("$(PARENT) $(a)");
     stage.expression.setHostField(&other, nullptr);

@@ -151,7 +151,8 @@ TEST_F(ExpressionCommands, WithoutACallbackAnswersAreEmptyAndCommandsUnsent) {
 }
 
 TEST_F(ExpressionCommands, ExtendedCommandsTheGivenRoot) {
-    Owned<Orbel> other{Text("other")};
+    Orbel other{Text("other")};
+    const SubtreeCleanup belowOther{other};
     ExpressionStage::add(other, "a", "elsewhere");
     stage.parse("a = $(a) too");
     stage.expression.executeExtended(&other, Host::command, 0);

@@ -19,7 +19,8 @@ protected:
         EXPECT_STREQ(expression.evaluate(0), "<green>");
     }
 
-    Owned<Orbel> root{Text("show")};
+    Orbel root{Text("show")};
+    const SubtreeCleanup belowRoot{root};
     DataStructure* part = new DataStructure(Text("part"));
     DataValue* leaf = ExpressionStage::add(*part, "leaf", "green");
     DataExpression expression;
@@ -130,7 +131,8 @@ TEST_F(ExpressionLifetime, ContextIsDeleted) {
 
 TEST_F(ExpressionLifetime, RootIsDeleted) {
     {
-        Owned<Orbel> shortLived{Text("short")};
+        Orbel shortLived{Text("short")};
+        const SubtreeCleanup belowShortLived{shortLived};
         ExpressionStage::add(shortLived, "a", "value");
         expression.setHostField(&shortLived, nullptr);
         DataExpression fresh;

@@ -252,14 +252,14 @@ TEST_F(ExpressionReentrancy, CommandDestroysTheExpression) {
 }
 
 TEST_F(ExpressionReentrancy, CommandsEndWhenTheRootIsDestroyed) {
-    auto root = std::make_unique<Owned<Orbel>>(Text("dying"));
+    auto root = Tree<Orbel>(new Orbel(Text("dying")));
     DataExpression expression;
     expression.setHostField(root.get(), nullptr);
     host.react = [&] { root.reset(); };
     expression.parse(Text("0 FIRST;0 SECOND;a = 1;C a = b;L a = b"));
     expression.executeExtended(root.get(), Host::command, 0);
     EXPECT_EQ(host.requests, (std::vector<std::string>{"-1 FIRST"}));
-    root = std::make_unique<Owned<Orbel>>(Text("dying"));
+    root = Tree<Orbel>(new Orbel(Text("dying")));
     expression.parse(Text("x==0 FIRST;0 SECOND"));
     expression.executeExtended(root.get(), Host::command, 0);
     EXPECT_EQ(host.requests, (std::vector<std::string>{"-1 FIRST", "0 FIRST"}));
@@ -267,7 +267,7 @@ TEST_F(ExpressionReentrancy, CommandsEndWhenTheRootIsDestroyed) {
 }
 
 TEST_F(ExpressionReentrancy, RefreshDestroysTheRoot) {
-    auto root = std::make_unique<Owned<Orbel>>(Text("dying"));
+    auto root = Tree<Orbel>(new Orbel(Text("dying")));
     DataField* own = ExpressionStage::add(*root, "own", "x");
     Reacting destroys;
     own->registerHandler(&destroys);

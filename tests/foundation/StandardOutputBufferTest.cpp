@@ -75,11 +75,11 @@ TEST(StandardOutputBufferDeathTest, OverflowReturnsEndOfFileWhenTheWriteFails) {
         {
             std::fclose(std::fopen(file.c_str(), "w"));
             if (!std::freopen(file.c_str(), "r", stdout))
-                std::_Exit(2);
+                std::exit(2);
             OpenBuffer buffer;
             std::ostream os(&buffer);
             os << 'x';
-            std::_Exit(buffer.overflow('x') == OpenBuffer::traits_type::eof() && os.bad() ? 0 : 1);
+            std::exit(buffer.overflow('x') == OpenBuffer::traits_type::eof() && os.bad() ? 0 : 1);
         },
         testing::ExitedWithCode(0), "");
     std::remove(file.c_str());

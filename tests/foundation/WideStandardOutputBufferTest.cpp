@@ -53,14 +53,14 @@ TEST(WideStandardOutputBufferDeathTest, WritesAStreamToStandardOutput) {
     EXPECT_EXIT(
         {
             if (!std::freopen(file.c_str(), "w", stdout))
-                std::_Exit(2);
+                std::exit(2);
             OpenWideBuffer own;
             const bool returned = own.overflow(L'<') == L'<';
             std::wostream os(&woutbuf);
             os << L"scene" << L'/' << 42;
             const bool good = os.good();
             std::fclose(stdout);
-            std::_Exit(returned && good ? 0 : 1);
+            std::exit(returned && good ? 0 : 1);
         },
         testing::ExitedWithCode(0), "");
     EXPECT_EQ(contentOf(file), "<scene/42");
@@ -73,11 +73,11 @@ TEST(WideStandardOutputBufferDeathTest, OverflowReturnsEndOfFileWhenTheWriteFail
         {
             std::fclose(std::fopen(file.c_str(), "w"));
             if (!std::freopen(file.c_str(), "r", stdout))
-                std::_Exit(2);
+                std::exit(2);
             OpenWideBuffer buffer;
             std::wostream os(&buffer);
             os << L'x';
-            std::_Exit(buffer.overflow(L'x') == OpenWideBuffer::traits_type::eof() && os.bad() ? 0 : 1);
+            std::exit(buffer.overflow(L'x') == OpenWideBuffer::traits_type::eof() && os.bad() ? 0 : 1);
         },
         testing::ExitedWithCode(0), "");
     std::remove(file.c_str());

@@ -87,7 +87,8 @@ TEST_F(PlugIns, StartWithoutABridge) {
 }
 
 TEST_F(PlugIns, DoNothingBeforeInit) {
-    Owned<Orbel> root(Text("root"));
+    Orbel root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     auto* title = new DataValue(Text("title"));
     root.addField(title, 0);
     plugin.setNotifyOnValueChange(1);
@@ -134,7 +135,8 @@ TEST_F(PlugIns, HearNothingByDefault) {
     EXPECT_EQ(console.takeOutput(), "");
 
     plain.init(0);
-    Owned<Orbel> root(Text("root"));
+    Orbel root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     auto* title = new DataValue(Text("title"));
     root.addField(title, 0);
     plain.registerHandler(title);
@@ -287,7 +289,8 @@ TEST_F(PlugInsPerScene, RegisterInTheCurrentScene) {
 }
 
 TEST_F(PlugInsPerScene, DoNothingWithoutATree) {
-    Owned<Orbel> root(Text("root"));
+    Orbel root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     plugin.init(-1);
     console.takeOutput();
     plugin.setFieldData(Text("title"), Text("news"));
@@ -322,7 +325,8 @@ TEST_F(PlugInInTree, RegistersInTheTreeOfItsScene) {
 }
 
 TEST_F(PlugInInTree, RegistersInAnotherTree) {
-    Owned<Orbel> root(Text("root"));
+    Orbel root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     auto* other = new DataValue(Text("title"));
     root.addField(other, 0);
     plugin.registerHandler("title", &root, 0);
@@ -537,7 +541,8 @@ TEST_F(PlugInInTree, TakesAnUnobservedFieldAlongWhenItUnregisters) {
 }
 
 TEST_F(PlugInInTree, TakesItsFieldOutOfAnotherTreeToo) {
-    Owned<Orbel> root(Text("root"));
+    Orbel root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     root.addField(new DataValue(Text("title")), 0);
     plugin.registerHandler("title", &root, 0);
     plugin.unregisterHandler();

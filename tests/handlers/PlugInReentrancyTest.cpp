@@ -149,7 +149,7 @@ TEST_F(PlugInReentrancy, DestroysItselfInsideAStoreOfItsOwn) {
 }
 
 TEST_F(PlugInReentrancy, DestroysTheTreeItRegistersIn) {
-    auto root = std::make_unique<Owned<Orbel>>(Text("root"));
+    auto root = Tree<Orbel>(new Orbel(Text("root")));
     auto* value = new DataValue(Text("value"));
     root->addField(value, 0);
     value->setData("news");

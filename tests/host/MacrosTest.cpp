@@ -201,7 +201,8 @@ TEST_F(Macros, WorkBeforeAPlugInIsInitialised) {
 }
 
 TEST_F(Macros, FillTextsOfExpressions) {
-    Owned<Orbel> root{Text("show")};
+    Orbel root{Text("show")};
+    const SubtreeCleanup belowRoot{root};
     auto* const value = new DataValue(Text("temperature"));
     root.addField(value, 0);
     value->setData("21");
@@ -223,7 +224,8 @@ TEST_F(Macros, FillTextsOfExpressions) {
 }
 
 TEST_F(Macros, OfExpressionsComeAfterTheTree) {
-    Owned<Orbel> root{Text("show")};
+    Orbel root{Text("show")};
+    const SubtreeCleanup belowRoot{root};
     auto* const value = new DataValue(Text("SCENE_NAME"));
     root.addField(value, 0);
     value->setData("from the tree");

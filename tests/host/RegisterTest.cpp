@@ -90,6 +90,23 @@ TEST_F(RegisterByName, AsteriskFindsAField) {
     EXPECT_EQ(heard.take(), "");
 }
 
+TEST_F(RegisterByName, AsteriskFindsAFieldWhateverKindsAndIndexesThePathHas) {
+    tree()->getField(Text("node:scene/string:title"), 0, 1);
+    for (const char* path : {"*scene/string:title", "*node:scene/string:title", "*node:scene[2]/title",
+                             "*node:scene[0]/string:title[1]", "*scene[0]/title"}) {
+        leaf.Register(path, 0);
+        EXPECT_EQ(leaf.getField(), at("scene/title")) << path;
+        leaf.unregisterHandler();
+    }
+    leaf.Register("*node:scene[2]/string:none", 0);
+    EXPECT_EQ(leaf.getField(), nullptr);
+    tree()->getField(Text("DataHashTable:cities:"), 0, 1);
+    DataField* name = new DataValue(Text("name"));
+    static_cast<DataHashTable*>(at("cities"))->newObject(Text("Oslo"))->addField(name, 0);
+    leaf.Register("*DataHashTable:cities:[Oslo]/string:name", 0);
+    EXPECT_EQ(leaf.getField(), name);
+}
+
 TEST_F(RegisterByName, AsteriskTellsTheValueIfAsked) {
     tree()->getField(Text("string:news"), 0, 1);
     tree()->setFieldData(Text("news"), Text("sunny"));

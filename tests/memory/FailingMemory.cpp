@@ -2,6 +2,7 @@
 
 #include <support/Platform.h>
 
+#include <cstdint>
 #include <cstdlib>
 #include <new>
 
@@ -42,6 +43,22 @@ void release(void* memory) {
     std::free(memory);
 }
 
+/// In front of what is aligned stands where its memory begins.
+void* allocateAligned(std::size_t size, std::align_val_t alignment) {
+    const auto step = static_cast<std::uintptr_t>(alignment);
+    void* memory = allocate(size + step + sizeof memory);
+    if (!memory)
+        return nullptr;
+    const std::uintptr_t first = reinterpret_cast<std::uintptr_t>(memory) + sizeof memory;
+    auto* aligned = reinterpret_cast<void**>((first + step - 1) / step * step);
+    aligned[-1] = memory;
+    return aligned;
+}
+
+void releaseAligned(void* memory) {
+    release(memory ? static_cast<void**>(memory)[-1] : nullptr);
+}
+
 } // namespace
 
 // Everything that malloc and free serve stays visible to sanitizers and leak checks.
@@ -61,6 +78,40 @@ void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
 
 void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
     return allocate(size);
+}
+
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    if (void* memory = allocateAligned(size, alignment))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void* operator new[](std::size_t size, std::align_val_t alignment) {
+    return operator new(size, alignment);
+}
+
+void* operator new(std::size_t size, std::align_val_t alignment, const std::nothrow_t& /*tag*/) noexcept {
+    return allocateAligned(size, alignment);
+}
+
+void* operator new[](std::size_t size, std::align_val_t alignment, const std::nothrow_t& /*tag*/) noexcept {
+    return allocateAligned(size, alignment);
+}
+
+void operator delete(void* memory, std::align_val_t /*alignment*/) noexcept {
+    releaseAligned(memory);
+}
+
+void operator delete[](void* memory, std::align_val_t /*alignment*/) noexcept {
+    releaseAligned(memory);
+}
+
+void operator delete(void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
+    releaseAligned(memory);
+}
+
+void operator delete[](void* memory, std::size_t /*size*/, std::align_val_t /*alignment*/) noexcept {
+    releaseAligned(memory);
 }
 
 void operator delete(void* memory) noexcept {

@@ -7,9 +7,11 @@
 #include <sstream>
 #include <string>
 #include <utility>
+#include <vector>
 
 using memory::Expected;
 using memory::survives;
+using memory::survivesAnywhere;
 using memory::survivesCommands;
 using memory::World;
 
@@ -493,4 +495,27 @@ TEST_F(OutOfMemoryInTree, WhatAHandlerThrowsWhenOneJoinsLeavesItRegistered) {
     EXPECT_THROW(world.root.registerHandler(Text("loose"), &failing, 0), std::bad_alloc);
     EXPECT_EQ(failing.getField(), world.at("loose"));
     EXPECT_EQ(world.at("loose")->getNumHandlers(), 2);
+}
+
+// What paths have led to is remembered in larger and larger memory; without it they are walked.
+TEST_F(OutOfMemoryInTree, FindFieldsByPath) {
+    survivesAnywhere([](const memory::Operate& operate) {
+        Orbel root(Text("show"));
+        const SubtreeCleanup belowRoot{root};
+        std::vector<std::string> names;
+        std::vector<DataField*> fields;
+        for (int number = 0; number < 200; ++number) {
+            names.push_back("field" + std::to_string(number));
+            fields.push_back(new DataValue(names.back().data()));
+            root.addField(fields.back(), 0);
+        }
+        int found = 0;
+        EXPECT_TRUE(operate([&] {
+            for (std::size_t at = 0; at < names.size(); ++at)
+                found += root.getField(names[at].data(), 0, 0) == fields[at] ? 1 : 0;
+        }));
+        EXPECT_EQ(found, 200);
+        for (std::size_t at = 0; at < names.size(); ++at)
+            EXPECT_EQ(root.getField(names[at].data(), 0, 0), fields[at]);
+    });
 }

@@ -62,7 +62,8 @@ public:
     Listener first, second, third, alone, idle;
     /// Set by operations that leave a field under a name or a parent that is not its own.
     bool isOdd = false;
-    Owned<Orbel> root;
+    Orbel root;
+    const SubtreeCleanup belowRoot{root};
 
 private:
     DataField* m_kept = nullptr;

@@ -44,7 +44,8 @@ public:
         return evaluate(index);
     }
 
-    Owned<Orbel> root{Text("show")};
+    Orbel root{Text("show")};
+    const SubtreeCleanup belowRoot{root};
     DataStructure* near = new DataStructure(Text("near"));
     DataStructure* far = new DataStructure(Text("far"));
     DataValue* host = new DataValue(Text("host"));

@@ -25,7 +25,8 @@ public:
     DataField* xOf(DataObject* object) { return object->getFieldByIndex(0); }
     DataField* xOfPoint(int index) { return xOf(points->getObject(index)); }
 
-    Owned<Orbel> root{Text("show")};
+    Orbel root{Text("show")};
+    const SubtreeCleanup belowRoot{root};
     DataStructure* scene = new DataStructure(Text("scene"));
     DataValue* title = new DataValue(Text("title"));
     DataArray* points = new DataArray(Text("points"));

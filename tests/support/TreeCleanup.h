@@ -44,9 +44,23 @@ struct SubtreeDeleter {
 template <class Node>
 using Tree = std::unique_ptr<Node, SubtreeDeleter>;
 
-/// A node of the given class, on the stack, that takes everything below it along.
+/// Deletes everything below a node when the scope of both ends. The node stays of just its class, which the library
+/// knows shorter ways for than for classes of clients.
 ///
-///     Owned<Orbel> root(Text("root"));
+///     Orbel root(Text("root"));
+///     const SubtreeCleanup belowRoot{root};
+class SubtreeCleanup {
+public:
+    explicit SubtreeCleanup(DataNode& node) : m_node(node) {}
+    SubtreeCleanup(const SubtreeCleanup&) = delete;
+    SubtreeCleanup& operator=(const SubtreeCleanup&) = delete;
+    ~SubtreeCleanup() { deleteSubtree(m_node); }
+
+private:
+    DataNode& m_node;
+};
+
+/// A node that takes everything below it along, as a base of classes of clients.
 template <class Node>
 class Owned : public Node {
 public:

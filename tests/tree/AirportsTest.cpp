@@ -51,7 +51,8 @@ protected:
     }
 
     const std::vector<CsvRow> m_rows = readCsv(ORBEL_TEST_DATA "/airports.csv");
-    Owned<Orbel> m_root{Text("root")};
+    Orbel m_root{Text("root")};
+    const SubtreeCleanup m_belowRoot{m_root};
     DataHashTable* m_table = nullptr;
 };
 

@@ -43,7 +43,8 @@ public:
     }
 
     Diary diary;
-    Owned<Orbel> root{Text("root")};
+    Orbel root{Text("root")};
+    const SubtreeCleanup belowRoot{root};
     RecordingHandler handler{diary, "H"};
 };
 
@@ -167,7 +168,8 @@ TEST(CommandReentrancyTest, ACommandIsForwardedThoughATargetLeavesInBetween) {
 
 TEST(CommandReentrancyTest, AHandlerThatAnswersEachSetWithASetEndsAtSixtyFour) {
     Diary diary;
-    Owned<Orbel> root(Text("root"));
+    Orbel root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     root.getField(Text("string:a"), 0, 0);
     RecordingHandler handler(diary, "A");
     int sets = 0;
@@ -183,7 +185,8 @@ TEST(CommandReentrancyTest, AHandlerThatAnswersEachSetWithASetEndsAtSixtyFour) {
 }
 
 TEST(WildcardReport, OfALookUpThatNeverStartedIsNotUsed) {
-    Owned<Orbel> root(Text("root"));
+    Orbel root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     for (const char* path : {"node:s/string:p", "string:a"})
         root.getField(Text(path), 0, 0);
     EXPECT_EQ(root.getField(Text("s/*"), 0, 0), nullptr);
@@ -195,9 +198,11 @@ TEST(WildcardReport, OfALookUpThatNeverStartedIsNotUsed) {
 }
 
 TEST(WildcardReport, OfANodeThatDiedIsNotUsed) {
-    Owned<Orbel> root(Text("root"));
+    Orbel root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     {
-        Owned<DataStructure> brief(Text("brief"));
+        DataStructure brief(Text("brief"));
+        const SubtreeCleanup belowBrief{brief};
         brief.getField(Text("string:p"), 0, 0);
         EXPECT_EQ(brief.getField(Text("*"), 0, 0), nullptr);
     }
@@ -207,7 +212,8 @@ TEST(WildcardReport, OfANodeThatDiedIsNotUsed) {
 }
 
 TEST(WildcardReport, IsNotUsedByTheCommandsOfABroadcast) {
-    Owned<Orbel> root(Text("root"));
+    Orbel root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     for (const char* path : {"node:s/string:p", "node:t/string:q", "string:a"})
         root.getField(Text(path), 0, 0);
     // Neither s/q nor t/p exist: only what is found is set.

@@ -30,7 +30,8 @@ protected:
             value->setData((letter + std::to_string(index)).c_str(), index);
     }
 
-    Owned<Orbel> root{Text("root")};
+    Orbel root{Text("root")};
+    const SubtreeCleanup belowRoot{root};
     DataValue* to = new DataValue(Text("to"));
     DataValue* from = new DataValue(Text("from"));
 };
@@ -74,7 +75,8 @@ protected:
         return texts;
     }
 
-    Owned<Orbel> root{Text("root")};
+    Orbel root{Text("root")};
+    const SubtreeCleanup belowRoot{root};
     DataArray* to = new DataArray(Text("to"));
     DataArray* from = new DataArray(Text("from"));
     DataHashTable* left = new DataHashTable(Text("left"));

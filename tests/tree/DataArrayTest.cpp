@@ -32,7 +32,8 @@ protected:
         return indices;
     }
 
-    Owned<DataArray> array{Text("points")};
+    DataArray array{Text("points")};
+    const SubtreeCleanup belowArray{array};
     DataHandler handler;
 };
 
@@ -77,7 +78,8 @@ TEST(DataArray, StartsEmpty) {
 }
 
 TEST(DataArray, GrowsByNumberedElements) {
-    Owned<DataArray> array(Text("array"));
+    DataArray array(Text("array"));
+    const SubtreeCleanup belowArray{array};
     array.setSize(3);
     ASSERT_EQ(array.getSize(), 3);
     for (int index = 0; index < 3; ++index) {

@@ -34,7 +34,8 @@ protected:
     DeclaredTypes types{typesText};
     DataObjectType* point = types["Point"];
     DataObjectType* noType = nullptr;
-    Owned<DataArray> array{Text("a")};
+    DataArray array{Text("a")};
+    const SubtreeCleanup belowArray{array};
     Diary diary;
     RecordingHandler onArray{diary, "A"};
     RecordingHandler onElement{diary, "E"};
@@ -58,7 +59,8 @@ protected:
     std::string xs() { return xs(array); }
 
     DeclaredTypes types{typesText};
-    Owned<DataArray> array{Text("a")};
+    DataArray array{Text("a")};
+    const SubtreeCleanup belowArray{array};
 };
 
 } // namespace
@@ -164,7 +166,8 @@ TEST_F(TypedArray, TypingByAnUnknownNameDoesNothing) {
 
 TEST(EmptyTypedArray, IsTypedByTypeOnly) {
     DeclaredTypes types(typesText);
-    Owned<DataArray> array(Text("a"));
+    DataArray array(Text("a"));
+    const SubtreeCleanup belowArray{array};
     array.setObjectType(Text("Point"));
     EXPECT_EQ(array.getObjectType(), nullptr);
     array.setObjectType(types["Point"]);
@@ -183,7 +186,8 @@ TEST_F(TypedArray, RemovingKeepsTheType) {
 }
 
 TEST_F(ThreeTypedPoints, AreReachedByPath) {
-    Owned<DataStructure> root(Text("root"));
+    DataStructure root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     auto* points = DataObject::createArray(Text("Point"), Text("points"), 3);
     root.addField(points, 0);
     EXPECT_EQ(root.getField(Text("points/x"), 0, 0), points->getField(Text("x"), 0, 0));
@@ -347,7 +351,8 @@ TEST_F(ThreeTypedPoints, ParseReadsValuesInFull) {
 }
 
 TEST_F(ThreeTypedPoints, CopyBetweenAnyBounds) {
-    Owned<DataArray> source(Text("source"));
+    DataArray source(Text("source"));
+    const SubtreeCleanup belowSource{source};
     source.setObjectType(types["Point"]);
     source.setSize(4);
     source.parse(nullptr, Text("{{x=a},{x=b},{x=c},{x=d}}"));
@@ -371,7 +376,8 @@ TEST_F(ThreeTypedPoints, CopyBetweenAnyBounds) {
 }
 
 TEST_F(ThreeTypedPoints, CopyWhatBothTypesHave) {
-    Owned<DataArray> source(Text("source"));
+    DataArray source(Text("source"));
+    const SubtreeCleanup belowSource{source};
     types.declare("Other = {string x=o; string z=o;};");
     source.setObjectType(types["Other"]);
     source.setSize(2);

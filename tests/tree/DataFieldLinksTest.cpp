@@ -333,4 +333,21 @@ TEST_F(DataFieldLinksTest, ArraysClearTheLinksOfTheirElements) {
     points.removeChildren();
 }
 
+// A copy of a source shares its followers. Naming the copy ends the link, as naming any other source does.
+TEST_F(DataFieldLinksTest, NamingACopyOfTheSourceEndsTheLink) {
+    a.addTargetLink(&b);
+    {
+        DataValue copy(a);
+        b.setLinkSource(&copy);
+        EXPECT_EQ(b.getLinkSource(), &copy);
+        copy.setData("one");
+        a.setData("two");
+        EXPECT_EQ(*b.getData(0), " ");
+    }
+    EXPECT_EQ(b.getLinkSource(), nullptr);
+    a.addTargetLink(&b);
+    a.setData("three");
+    EXPECT_EQ(*b.getData(0), "three");
+}
+
 } // namespace

@@ -238,4 +238,18 @@ TEST(DataHandlerTest, FieldDumpsItsHandlersInOrder) {
     EXPECT_EQ(second.dumps, 1);
 }
 
+TEST(DataHandlerTest, StaysOnItsFieldWhenItIsAssignedToItself) {
+    Diary diary;
+    RecordingHandler handler(diary, "A");
+    DataValue value(Text("value"));
+    value.registerHandler(&handler);
+    diary.take();
+    DataHandler& same = handler;
+    static_cast<DataHandler&>(handler) = same;
+    EXPECT_EQ(handler.getField(), &value);
+    EXPECT_STREQ(handler.getName(), "A");
+    value.setData("one");
+    EXPECT_EQ(diary.take(), "A changed");
+}
+
 } // namespace

@@ -17,7 +17,8 @@ TEST(DataHashTable, StartsEmpty) {
 }
 
 TEST(DataHashTable, GrowsByNewKeysOnly) {
-    Owned<DataHashTable> table(Text("table"));
+    DataHashTable table(Text("table"));
+    const SubtreeCleanup belowTable{table};
     table.setSize(10);
     EXPECT_EQ(table.getSize(), 0);
     DataObject* oslo = table.newObject(Text("Oslo"));
@@ -40,7 +41,8 @@ TEST(DataHashTable, FindsKeysExactly) {
 }
 
 TEST(DataHashTable, TellsOfEveryEntryInAnOrderOfItsOwn) {
-    Owned<DataHashTable> table(Text("table"));
+    DataHashTable table(Text("table"));
+    const SubtreeCleanup belowTable{table};
     std::set<std::string> keys;
     for (int number = 0; number < 50; ++number) {
         keys.insert("key" + std::to_string(number));
@@ -96,7 +98,8 @@ TEST(DataHashTable, SelectsTrimmedKeysAndNullForMissingOnes) {
 }
 
 TEST(DataHashTable, RemovingForgetsTheKeys) {
-    Owned<DataHashTable> table(Text("table"));
+    DataHashTable table(Text("table"));
+    const SubtreeCleanup belowTable{table};
     table.newObject(Text("Oslo"));
     table.removeChildren();
     EXPECT_EQ(table.getSize(), 0);
@@ -115,13 +118,15 @@ public:
     DataObject* getObject(int /*index*/) override { return &entry; }
     DataObject* getObject(char* /*key*/) override { return &entry; }
 
-    Owned<DataObject> entry{Text("entry")};
+    DataObject entry{Text("entry")};
+    const SubtreeCleanup belowEntry{entry};
 };
 
 } // namespace
 
 TEST(DataHashTable, PathsAskOverriddenLookups) {
-    Owned<DataStructure> root(Text("root"));
+    DataStructure root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     auto* table = new OnDemandTable;
     root.addField(table, 0);
     auto* x = new DataValue(Text("x"));

@@ -25,7 +25,8 @@ protected:
     std::string xs() { return x("Oslo") + ' ' + x("Rome") + ' ' + x(" Bonn") + ' ' + x(""); }
 
     DeclaredTypes types{"Point = {string x=0; string y=0;}; Label = {string text=Hi;};"};
-    Owned<DataHashTable> table{Text("t")};
+    DataHashTable table{Text("t")};
+    const SubtreeCleanup belowTable{table};
 };
 
 } // namespace
@@ -73,7 +74,8 @@ TEST_F(TypedTable, SelectsByTrimmedKeysUpToTheirLastBracket) {
 }
 
 TEST_F(TypedTable, CopiesByPositionNotByKey) {
-    Owned<DataHashTable> source(Text("s"));
+    DataHashTable source(Text("s"));
+    const SubtreeCleanup belowSource{source};
     source.setObjectType(types["Point"]);
     source.newObject(Text("Rome"));
     source.parse(Text("Rome"), Text("{{x=r}}"));

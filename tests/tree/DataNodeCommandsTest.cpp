@@ -31,7 +31,8 @@ protected:
             at(path)->setData((path + std::to_string(index)).c_str(), index);
     }
 
-    Owned<Orbel> root{Text("root")};
+    Orbel root{Text("root")};
+    const SubtreeCleanup belowRoot{root};
 };
 
 /// Keeps the commands it is asked to run, and runs them.
@@ -335,7 +336,8 @@ TEST_F(Commands, ClearTheWholeTreeByTheNameOfItsClass) {
 }
 
 TEST(CommandsWithoutARoot, ClearNoWholeTree) {
-    Owned<DataStructure> branch(Text("branch"));
+    DataStructure branch(Text("branch"));
+    const SubtreeCleanup belowBranch{branch};
     auto* leaf = new DataValue(Text("leaf"));
     branch.addField(leaf, 0);
     leaf->setData("full");

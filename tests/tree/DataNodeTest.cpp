@@ -124,7 +124,8 @@ TEST_F(NodeDefaults, CommandsFindNothingToChange) {
 }
 
 TEST_F(NodeDefaults, ReachesTheRootWithClearCommands) {
-    Owned<Orbel> root(Text("root"));
+    Orbel root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     auto* leaf = new DataValue(Text("leaf"));
     root.addField(leaf, 0);
     leaf->setData("full");

@@ -43,7 +43,8 @@ TEST(DataObject, LeavesCreatingToTheRoot) {
 }
 
 TEST(DataObject, WithoutARootRegistersNothing) {
-    Owned<DataObject> object(Text("object"));
+    DataObject object(Text("object"));
+    const SubtreeCleanup belowObject{object};
     DataHandler handler;
     EXPECT_FALSE(object.registerHandler(Text("fresh"), &handler, 0));
     EXPECT_EQ(handler.getField(), nullptr);
@@ -72,7 +73,8 @@ protected:
         object.registerHandler(Text("x"), &handler, 0);
     }
 
-    Owned<DataObject> object{Text("object")};
+    DataObject object{Text("object")};
+    const SubtreeCleanup belowObject{object};
     DataValue* x = new DataValue(Text("x"));
     DataValue* y = new DataValue(Text("y"));
     DataHandler handler;
@@ -102,7 +104,8 @@ TEST_F(ObservedObject, KeepsAFieldWhereItsHandlerStays) {
 }
 
 TEST_F(ObservedObject, IsNotRemovedFromItsParentByItsOwnHandler) {
-    Owned<DataStructure> root(Text("root"));
+    DataStructure root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     auto* inner = new DataObject(Text("inner"));
     root.addField(inner, 0);
     inner->addField(new DataValue(Text("z")), 0);
@@ -121,7 +124,8 @@ TEST_F(ObservedObject, LetsGoOfAHandlerThatFindsNothing) {
 }
 
 TEST(DataObject, RegistersThroughTheNearestAncestorThatHasThePath) {
-    Owned<DataStructure> top(Text("top"));
+    DataStructure top(Text("top"));
+    const SubtreeCleanup belowTop{top};
     auto* middle = new DataStructure(Text("middle"));
     auto* object = new DataObject(Text("object"));
     auto* value = new DataValue(Text("value"));
@@ -170,7 +174,8 @@ TEST_F(ObservedObject, IsAssignedWithItsChildren) {
 }
 
 TEST_F(ObservedObject, CopiesDataAsAStructureDoes) {
-    Owned<DataStructure> source(Text("source"));
+    DataStructure source(Text("source"));
+    const SubtreeCleanup belowSource{source};
     for (const char* name : {"x", "#y", "z"}) {
         auto* value = new DataValue(Text(name));
         source.addField(value, 0);

@@ -208,7 +208,8 @@ protected:
     DeclaredTypes types{"Point = {string x=0; string y=0;}; Label = {string text=Hi;};"};
     Diary diary;
     RecordingHandler handler{diary, "H"};
-    Owned<DataObject> owner{Text("owner")};
+    DataObject owner{Text("owner")};
+    const SubtreeCleanup belowOwner{owner};
     DataObject* o = &owner;
 };
 

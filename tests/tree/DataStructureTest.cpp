@@ -78,7 +78,8 @@ TEST(DataStructure, CountsAsOneWithoutText) {
 }
 
 TEST(DataStructure, KeepsChildrenInByteOrderOfNames) {
-    Owned<DataStructure> structure(Text("s"));
+    DataStructure structure(Text("s"));
+    const SubtreeCleanup belowStructure{structure};
     for (const char* name : {"b", "a10", "Z", "a2", "\xc3\xa4", "_"})
         EXPECT_TRUE(structure.addField(value(name), 0));
     std::vector<DataField*> fields = {nullptr};
@@ -109,7 +110,8 @@ TEST(DataStructure, ClearFieldsVectorOnlyEmptiesIt) {
 }
 
 TEST(DataStructure, AddingMakesItParentAndOwner) {
-    Owned<DataStructure> structure(Text("s"));
+    DataStructure structure(Text("s"));
+    const SubtreeCleanup belowStructure{structure};
     DataField* child = value("child");
     EXPECT_TRUE(structure.addField(child, 4));
     EXPECT_EQ(child->getParent(), &structure);
@@ -120,7 +122,8 @@ TEST(DataStructure, AddingMakesItParentAndOwner) {
 }
 
 TEST(DataStructure, AddingUnderATakenNameKeepsTheEntryYetSetsParentAndReference) {
-    Owned<DataStructure> structure(Text("s"));
+    DataStructure structure(Text("s"));
+    const SubtreeCleanup belowStructure{structure};
     DataField* child = value("same");
     DataValue second(Text("same"));
     EXPECT_TRUE(structure.addField(child, 0));
@@ -134,7 +137,8 @@ TEST(DataStructure, AddingUnderATakenNameKeepsTheEntryYetSetsParentAndReference)
 }
 
 TEST(DataStructure, AddingAChildAgainCountsACallOnly) {
-    Owned<DataStructure> structure(Text("s"));
+    DataStructure structure(Text("s"));
+    const SubtreeCleanup belowStructure{structure};
     DataField* child = value("child");
     EXPECT_TRUE(structure.addField(child, 0));
     EXPECT_FALSE(structure.addField(child, 1));
@@ -164,7 +168,8 @@ TEST(DataStructure, RemovingTakesPlainChildNamesOnly) {
 }
 
 TEST(DataStructure, RemovingFindsAChildNamedWithAWholePath) {
-    Owned<DataStructure> structure(Text("s"));
+    DataStructure structure(Text("s"));
+    const SubtreeCleanup belowStructure{structure};
     DataField* child = value("a/b");
     structure.addField(child, 0);
     structure.removeField(Text("a/b"), 0);
@@ -230,7 +235,8 @@ TEST(DataStructure, DeletingSparesWhatIsObserved) {
 
 TEST(DataStructure, DeletingSparesAnObservedNodeWithItsChildren) {
     DataStructure structure(Text("s"));
-    Owned<DataStructure> branch(Text("branch"));
+    DataStructure branch(Text("branch"));
+    const SubtreeCleanup belowBranch{branch};
     DataHandler handler;
     branch.registerHandler(&handler);
     branch.addField(value("leaf"), 0);
@@ -256,7 +262,8 @@ TEST(DataStructure, DeletingABranchDetachesWhatIsObservedInIt) {
 
 TEST(DataStructure, DeletingSparesArraysWhoseElementsHaveFields) {
     DataStructure structure(Text("s"));
-    Owned<DataArray> array(Text("array"));
+    DataArray array(Text("array"));
+    const SubtreeCleanup belowArray{array};
     array.setSize(2);
     array.getObject(0)->addField(value("x"), 0);
     structure.addField(&array, 0);
@@ -367,9 +374,12 @@ TEST(DataStructure, CopiesAllValuesUpToTheSmallerSize) {
 }
 
 TEST(DataStructure, CopiesFromObjectsAndRootsToo) {
-    Owned<DataObject> object(Text("object"));
-    Owned<Orbel> root(Text("root"));
-    Owned<DataStructure> target(Text("target"));
+    DataObject object(Text("object"));
+    const SubtreeCleanup belowObject{object};
+    Orbel root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
+    DataStructure target(Text("target"));
+    const SubtreeCleanup belowTarget{target};
     for (DataStructure* structure : {static_cast<DataStructure*>(&object), static_cast<DataStructure*>(&root)})
         structure->addField(value("x"), 0);
     target.addField(value("x"), 0);

@@ -842,3 +842,38 @@ TEST(DataValueOfNoTexts, IsAnEmptyValueThatTakesTextsAgain) {
     EXPECT_EQ(*value.getData(0), "text");
     EXPECT_EQ(value.getDataVector(), texts);
 }
+
+TEST(PlainValue, HasNoTextsBeforeItsFirst) {
+    DataValue value(Text("value"));
+    value.setData("one");
+    char before[] = "before";
+    std::vector<char*> texts = {before};
+    value.getData(&texts, -1, -1);
+    EXPECT_TRUE(texts.empty());
+    value.getData(&texts, 0, 7);
+    ASSERT_EQ(texts.size(), 1u);
+    EXPECT_STREQ(texts[0], "one");
+}
+
+TEST(PlainValue, KeepsEverythingWhenItIsAssignedToItself) {
+    Diary diary;
+    RecordingHandler handler(diary, "A");
+    DataStructure scene(Text("scene"));
+    DataValue value(Text("value"));
+    scene.addField(&value, 0);
+    value.setData("one");
+    value.registerHandler(&handler);
+    diary.take();
+    DataValue& same = value;
+    value = same;
+    static_cast<DataField&>(value) = same;
+    static_cast<DataBaseType&>(value) = same;
+    EXPECT_STREQ(value.getName(), "value");
+    EXPECT_EQ(*value.getData(0), "one");
+    EXPECT_EQ(value.getParent(), &scene);
+    EXPECT_EQ(value.getRef(), 1);
+    EXPECT_EQ(value.getNumHandlers(), 1);
+    EXPECT_EQ(diary.take(), "");
+    value.setData("two");
+    EXPECT_EQ(diary.take(), "A changed");
+}

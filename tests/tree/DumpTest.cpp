@@ -81,7 +81,8 @@ protected:
         return table;
     }
 
-    Owned<Orbel> root{Text("root")};
+    Orbel root{Text("root")};
+    const SubtreeCleanup belowRoot{root};
 };
 
 /// The same with a type Point and, of that type, the object o, the array a of two and the table t with the key k.
@@ -232,7 +233,8 @@ TEST_F(Dump, OfAnEmptyArrayLowersTheLevel) {
 }
 
 TEST_F(Dump, OfAnEmptyArrayLowersTheLevelOfItsSurroundings) {
-    Owned<DataStructure> scene(Text("scene"));
+    DataStructure scene(Text("scene"));
+    const SubtreeCleanup belowScene{scene};
     scene.addField(new DataArray(Text("a")), 0);
     scene.addField(new DataValue(Text("b")), 0);
     EXPECT_EQ(dumpOf(scene), "scene ={\n\ta={\n};\n\nb= ;\n}");
@@ -277,7 +279,8 @@ TEST_F(Dump, OfKeysShowsThoseThatExist) {
 }
 
 TEST_F(Dump, OfNodesInAStructureAreIndentedByThemselves) {
-    Owned<DataStructure> scene(Text("scene"));
+    DataStructure scene(Text("scene"));
+    const SubtreeCleanup belowScene{scene};
     auto* list = new DataArray(Text("list"));
     auto* people = new DataHashTable(Text("people"));
     scene.addField(list, 0);
@@ -359,7 +362,8 @@ TEST_F(TypedDump, DoesNotTellTypes) {
 }
 
 TEST_F(Dump, LabelledOfAValue) {
-    Owned<DataStructure> scene(Text("scene"));
+    DataStructure scene(Text("scene"));
+    const SubtreeCleanup belowScene{scene};
     auto* n = new DataValue(Text("n"));
     scene.addField(n, 0);
     n->setData("3");
@@ -381,7 +385,8 @@ TEST_F(TypedDump, LabelledTellsTheTypeOfEveryChild) {
 }
 
 TEST_F(TypedDump, LabelledCountsTheFieldsOfTheFirstElement) {
-    Owned<DataStructure> scene(Text("scene"));
+    DataStructure scene(Text("scene"));
+    const SubtreeCleanup belowScene{scene};
     auto* none = new DataArray(Text("none"));
     scene.addField(none, 0);
     none->setObjectType(DataObject::s_tTypes->getTypeByName("Point"));
@@ -393,14 +398,16 @@ TEST_F(TypedDump, LabelledCountsTheFieldsOfTheFirstElement) {
 
 TEST_F(TypedDump, LabelledIndentsTheDumpsOfNodesBehindTheirLabels) {
     DataBaseType::setIndent(1);
-    Owned<DataStructure> scene(Text("scene"));
+    DataStructure scene(Text("scene"));
+    const SubtreeCleanup belowScene{scene};
     scene.getField(Text("Point:o/x"), 0, 0);
     scene.getField(Text("node:s"), 0, 0);
     EXPECT_EQ(labelledDumpOf(scene), "Point:\to ={\n\t\tx=1;\n\t\ty=2;\n\t};\nnode:\ts ={\n\t}\n");
 }
 
 TEST_F(Dump, LabelledHasNoLabelForUntypedArraysAndTables) {
-    Owned<DataStructure> scene(Text("scene"));
+    DataStructure scene(Text("scene"));
+    const SubtreeCleanup belowScene{scene};
     scene.addField(new DataHashTable(Text("t")), 0);
     auto* list = new DataArray(Text("a"));
     scene.addField(list, 0);
@@ -409,7 +416,8 @@ TEST_F(Dump, LabelledHasNoLabelForUntypedArraysAndTables) {
 }
 
 TEST_F(Dump, LabelledEndsAnUntypedObjectWithASemicolonToo) {
-    Owned<DataStructure> scene(Text("scene"));
+    DataStructure scene(Text("scene"));
+    const SubtreeCleanup belowScene{scene};
     scene.addField(new DataObject(Text("o")), 0);
     EXPECT_EQ(labelledDumpOf(scene), "node:o ={\n};\n");
 }
@@ -545,7 +553,8 @@ TEST_F(Dump, OfTheRootByTheNameOfItsClass) {
         EXPECT_EQ(fieldAt(pos(), name), whole) << name;
     EXPECT_EQ(fieldAt(pos(), "Orbel[1]"), dumpOf(root, 1, -1, 1));
     EXPECT_EQ(fieldAt(root, "root"), "");
-    Owned<DataStructure> branch(Text("branch"));
+    DataStructure branch(Text("branch"));
+    const SubtreeCleanup belowBranch{branch};
     EXPECT_EQ(fieldAt(branch, "Orbel"), "");
 }
 

@@ -149,7 +149,8 @@ TEST(FieldPath, ReadsFullPathsBackFromTheRoot) {
 }
 
 TEST(FieldPath, WithoutParentTwoDotsAreAName) {
-    Owned<DataStructure> alone(Text("alone"));
+    DataStructure alone(Text("alone"));
+    const SubtreeCleanup belowAlone{alone};
     auto* dots = new DataValue(Text(".."));
     auto* branch = new DataStructure(Text("..up"));
     auto* leaf = new DataValue(Text("leaf"));

@@ -59,7 +59,8 @@ protected:
         EXPECT_EQ(at("a")->getSize(), 1);
     }
 
-    Owned<Orbel> root{Text("root")};
+    Orbel root{Text("root")};
+    const SubtreeCleanup belowRoot{root};
     DataArray* list = new DataArray(Text("list"));
 };
 

@@ -35,7 +35,8 @@ protected:
         return "a<" + sourceOf("a") + " b<" + sourceOf("b") + " c<" + sourceOf("c") + " d<" + sourceOf("d");
     }
 
-    Owned<Orbel> root{Text("root")};
+    Orbel root{Text("root")};
+    const SubtreeCleanup belowRoot{root};
 };
 
 } // namespace
@@ -304,7 +305,8 @@ TEST_F(LinkCommands, WithoutATextClearNothing) {
 }
 
 TEST_F(LinkCommands, InListsWithoutARootClearNothing) {
-    Owned<DataStructure> branch(Text("branch"));
+    DataStructure branch(Text("branch"));
+    const SubtreeCleanup belowBranch{branch};
     for (const char* path : {"string:p", "string:q", "string:r"})
         branch.getField(Text(path), 0, 0);
     branch.parseLinkCommand(Text("q = p"));

@@ -55,7 +55,8 @@ protected:
         return value;
     }
 
-    Owned<Orbel> root{Text("root")};
+    Orbel root{Text("root")};
+    const SubtreeCleanup belowRoot{root};
 };
 
 } // namespace

@@ -216,3 +216,26 @@ TEST_F(NullArguments, AndIndicesAtTheLimitsOfIntReachNothing) {
     EXPECT_EQ(tree.cities->getObject(largest), nullptr);
     EXPECT_EQ(tree.cities->getObjectKey(largest), nullptr);
 }
+
+TEST_F(NullArguments, DoNothingToLeaves) {
+    Diary diary;
+    RecordingHandler handler(diary, "A");
+    tree.title->setData("kept");
+    tree.title->registerHandler(&handler);
+    diary.take();
+    tree.title->registerHandler(noHandler);
+    tree.title->unregisterHandler(noHandler);
+    EXPECT_EQ(tree.title->getNumHandlers(), 1);
+    tree.title->setData(noTexts, 0, -1);
+    tree.title->getData(noTexts, 0, -1);
+    EXPECT_EQ(diary.take(), "");
+    EXPECT_EQ(*tree.title->getData(0), "kept");
+    tree.title->unregisterHandler(&handler);
+}
+
+TEST_F(NullArguments, GiveAValueNoTextToBeginWith) {
+    DataValue value(Text("value"), noString);
+    EXPECT_STREQ(value.getName(), "value");
+    EXPECT_EQ(value.getDataInitialized(), 0);
+    EXPECT_EQ(*value.getData(0), *DataValue(Text("other")).getData(0));
+}

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <new>
 #include <string>
@@ -61,6 +62,18 @@ public:
 
     DataNode* other = nullptr;
 };
+
+/// So many structures by kind, in a text of this length.
+std::string wayOf(std::size_t steps, std::size_t length) {
+    std::size_t spare = length - std::min(length, steps * std::string("node:n/").size() - 1);
+    std::string way;
+    for (; steps > 0; --steps) {
+        const std::size_t more = steps == 1 ? spare : std::min<std::size_t>(spare, 80);
+        way += (way.empty() ? "node:" : "/node:") + std::string(1 + more, 'n');
+        spare -= more;
+    }
+    return way;
+}
 
 } // namespace
 
@@ -224,7 +237,8 @@ TEST(PathChanges, AChildOfTwoStructuresLeavesEachByItself) {
 
 // The name of a child that had been destroyed stayed taken: each path with a kind made a field that nobody found.
 TEST(PathChanges, AFieldTakesThePlaceOfOneThatWasDestroyed) {
-    Owned<DataStructure> scene(Text("scene"));
+    DataStructure scene(Text("scene"));
+    const SubtreeCleanup belowScene{scene};
     {
         DataValue title(Text("title"));
         scene.addField(&title, 0);
@@ -490,7 +504,8 @@ TEST(PathChanges, AStructureMayBeAssignedWhileItIsCopied) {
 
 // The structure that a path with kinds went through is kept for the next path, which goes the same way once more.
 TEST(PathChanges, WaysOfKindsHaveTheirEffectsEachTime) {
-    Owned<Orbel> root(Text("show"));
+    Orbel root(Text("show"));
+    const SubtreeCleanup belowRoot{root};
     root.getField(Text("node:a/node:b/string:x"), 0, 0);
     auto* a = static_cast<DataStructure*>(root.getField(Text("a"), 0, 0));
     DataField* b = a->getField(Text("b"), 0, 0);
@@ -510,7 +525,8 @@ TEST(PathChanges, WaysOfKindsHaveTheirEffectsEachTime) {
 }
 
 TEST(PathChanges, AWayOfKindsWithoutItsMarkerGetsOneAgain) {
-    Owned<Orbel> root(Text("show"));
+    Orbel root(Text("show"));
+    const SubtreeCleanup belowRoot{root};
     root.getField(Text("node:a/string:x"), 0, 0);
     auto* a = static_cast<DataStructure*>(root.getField(Text("a"), 0, 0));
     a->DataField::unregisterHandler(a->getHandlerByName(Text("DUMMY")));
@@ -520,7 +536,8 @@ TEST(PathChanges, AWayOfKindsWithoutItsMarkerGetsOneAgain) {
 }
 
 TEST(PathChanges, AWayOfKindsThatWasTakenOutIsMadeAnew) {
-    Owned<Orbel> root(Text("show"));
+    Orbel root(Text("show"));
+    const SubtreeCleanup belowRoot{root};
     root.getField(Text("node:a/string:x"), 0, 0);
     Tree<DataStructure> old(static_cast<DataStructure*>(root.getField(Text("a"), 0, 0)));
     root.removeField(Text("a"), -1);
@@ -532,9 +549,8 @@ TEST(PathChanges, AWayOfKindsThatWasTakenOutIsMadeAnew) {
 
 // A path with kinds that goes on behind a value led to the value at first, and to nothing when it was asked again.
 TEST(PathChanges, AWayOfKindsThatEndsAtAValueLeadsThereAgain) {
-    // Of just this class: the way to a path is kept for the library's own classes alone.
-    const Tree<Orbel> show(new Orbel(Text("show")));
-    Orbel& root = *show;
+    Orbel root(Text("show"));
+    const SubtreeCleanup belowRoot{root};
     DataField* title = root.getField(Text("node:scene/string:title"), 0, 0);
     for (const char* path : {"node:scene/title/y", "node:scene/string:title/y", "node:scene/title/y/z"})
         EXPECT_EQ(at(root, path), title) << path;
@@ -542,6 +558,54 @@ TEST(PathChanges, AWayOfKindsThatEndsAtAValueLeadsThereAgain) {
     EXPECT_EQ(at(root, "node:scene/title/y"), title);
     EXPECT_TRUE(root.setFieldData(Text("node:scene/title/y"), Text("set")));
     EXPECT_EQ(*title->getData(0), "set");
+}
+
+// Ways of up to eight steps, in up to 120 characters, are kept.
+TEST(PathChanges, WaysOfKindsAroundTheLengthsThatAreKeptAreAlike) {
+    for (const std::size_t steps : {1u, 2u, 7u, 8u, 9u, 10u}) {
+        for (const std::size_t length : {0u, 119u, 120u, 121u, 122u}) {
+            SCOPED_TRACE(std::to_string(steps) + " steps, " + std::to_string(length) + " characters");
+            Orbel root(Text("show"));
+            const SubtreeCleanup belowRoot{root};
+            const std::string way = wayOf(steps, length);
+            DataField* x = root.getField(Text(way + "/string:x"), 0, 0);
+            ASSERT_NE(x, nullptr);
+            auto* last = static_cast<DataStructure*>(x->getParent());
+            ASSERT_NE(last, &root);
+            EXPECT_EQ(last->getRefCalls(), 1);
+            DataField* y = root.getField(Text(way + "/string:y"), 0, 0);
+            EXPECT_EQ(last->getField(Text("y"), 0, 0), y);
+            EXPECT_EQ(root.getField(Text(way + "/y"), 0, 0), y);
+            EXPECT_EQ(root.getField(Text(way + "/string:x"), 0, 0), x);
+            EXPECT_EQ(root.getField(Text(way + "/z"), 0, 0), nullptr);
+            EXPECT_EQ(last->getRefCalls(), 5);
+            EXPECT_EQ(last->getRef(), 1);
+            EXPECT_EQ(last->getNumFields(), 2);
+            static_cast<DataStructure*>(last->getParent())->removeField(Text(last->getName()), 0);
+            const Tree<DataStructure> removed(last);
+            DataField* anew = root.getField(Text(way + "/string:x"), 0, 0);
+            EXPECT_NE(anew, x);
+            EXPECT_NE(anew->getParent(), last);
+        }
+    }
+}
+
+// The second path has the text of the first way in front of it, yet another name or another root.
+TEST(PathChanges, AWayOfKindsIsTakenByPathsThroughItAlone) {
+    Orbel root(Text("show"));
+    const SubtreeCleanup belowRoot{root};
+    Orbel other(Text("other"));
+    const SubtreeCleanup belowOther{other};
+    DataField* x = root.getField(Text("node:a/string:x"), 0, 0);
+    DataField* longer = root.getField(Text("node:ab/string:x"), 0, 0);
+    EXPECT_STREQ(longer->getParent()->getName(), "ab");
+    EXPECT_EQ(root.getField(Text("node:a/string:x"), 0, 0), x);
+    DataField* deeper = root.getField(Text("node:a/node:b/string:x"), 0, 0);
+    EXPECT_STREQ(deeper->getParent()->getName(), "b");
+    EXPECT_EQ(root.getField(Text("node:a"), 0, 0), x->getParent());
+    DataField* elsewhere = other.getField(Text("node:a/string:x"), 0, 0);
+    EXPECT_EQ(elsewhere->getParent()->getParent(), &other);
+    EXPECT_EQ(root.getField(Text("node:a/string:x"), 0, 0), x);
 }
 
 Orbel* rootOfTypeFunction = nullptr;
@@ -555,7 +619,8 @@ DataObject* makeAndTakeOut(char* /*typeName*/) {
 TEST(PathChanges, AWayOfKindsThatIsTakenOutOnTheWayIsMadeAnew) {
     DeclaredTypes types("Point = {string x=0;};");
     types["Point"]->setCreateObjectFunc(makeAndTakeOut);
-    Owned<Orbel> root(Text("show"));
+    Orbel root(Text("show"));
+    const SubtreeCleanup belowRoot{root};
     rootOfTypeFunction = &root;
     root.getField(Text("node:a/string:x"), 0, 0);
     Tree<DataStructure> old(static_cast<DataStructure*>(root.getField(Text("a"), 0, 0)));

@@ -1,6 +1,6 @@
+#include <orbel/orbel.h>
 #include <support/RecordingHandler.h>
 #include <support/Text.h>
-#include <support/TreeCleanup.h>
 
 #include <gtest/gtest.h>
 
@@ -80,7 +80,14 @@ private:
     void deleteBelow(DataStructure& parent);
     void expectDeletion(Field parent, std::vector<Field>& gone);
     void assign();
+    struct Segment {
+        std::string name;
+        bool isNode;
+    };
+    Segment anySegment();
     void createByPath();
+    void create(DataStructure& asked, const std::vector<Segment>& path);
+    Field createOne(DataStructure& parent, const Segment& segment);
     void growArray();
     void addKey();
     void emptyTable();
@@ -95,7 +102,8 @@ private:
     /// the other.
     bool m_assigns;
     bool m_isStoring = false;
-    Owned<Orbel> m_root{Text("root")};
+    /// Of just its class: paths from it may be remembered.
+    Orbel m_root{Text("root")};
     /// All that were made here, but for the elements of arrays and tables.
     std::vector<Field> m_fields;
     std::vector<DataStructure*> m_structures;
@@ -321,31 +329,64 @@ void Model::assign() {
     target = source;
 }
 
+Model::Segment Model::anySegment() {
+    return {m_dice.oneOf(names), m_dice.below(4) != 0};
+}
+
+/// Two paths that begin alike, as those that build a tree do.
 void Model::createByPath() {
-    DataStructure& parent = anyStructure();
-    const std::string& name = m_dice.oneOf(names);
-    const bool asNode = m_dice.below(2) == 0;
+    DataStructure& asked = anyStructure();
+    std::vector<Segment> way;
+    for (int left = m_dice.below(4); left > 0; --left)
+        way.push_back(anySegment());
+    for (int left = 2; left > 0; --left) {
+        std::vector<Segment> path = way;
+        path.push_back(anySegment());
+        create(asked, path);
+    }
+}
+
+void Model::create(DataStructure& asked, const std::vector<Segment>& path) {
+    std::string text;
+    for (const Segment& segment : path)
+        text += std::string(text.empty() ? "" : "/") + (segment.isNode ? "node:" : "string:") + segment.name;
+    Field created = asked.getField(Text(text), 0, 1);
+    Field expected = nullptr;
+    Field at = &asked;
+    for (std::size_t left = path.size(); at && left > 0; --left) {
+        expected = createOne(static_cast<DataStructure&>(*at), path[path.size() - left]);
+        // A value and a table without a key end the path, and so does what was refused.
+        at = m_childrenOf.count(expected) != 0 ? expected : nullptr;
+        if (const auto found = m_elementsOf.find(expected);
+            found != m_elementsOf.end() && m_entriesOf.count(expected) == 0 && left > 1) {
+            at = found->second.empty() ? nullptr : found->second.front();
+            if (!at)
+                expected = nullptr;
+        }
+    }
+    EXPECT_EQ(created, expected) << text;
+}
+
+/// One segment of a path that has been asked for. Null when it was refused: a refused child names a parent all the
+/// same, so parents may form a circle; and nothing is created too deep.
+Field Model::createOne(DataStructure& parent, const Segment& segment) {
     Children& children = *m_childrenOf.at(&parent);
-    const auto found = children.find(name);
+    const auto found = children.find(segment.name);
     Field known = found == children.end() ? nullptr : found->second;
-    Field created = parent.getField(Text((asNode ? "node:" : "string:") + name), 0, 1);
-    if (!created) {
-        // A refused child names a parent all the same, so parents may form a circle; and nothing is created too deep.
-        EXPECT_EQ(known, nullptr);
-        return;
-    }
-    m_ownersOf[created].insert(&parent);
-    // What is there is added once more: under its present name, which may be another.
-    Field& child = children[created->getName()];
+    Field child = known ? known : parent.getField(Text(segment.name), 0, 1);
     if (!child)
-        child = created;
-    if (known) {
-        EXPECT_EQ(created, known);
-        return;
-    }
-    m_fields.push_back(created);
-    if (asNode)
-        know(static_cast<DataStructure*>(created), std::make_shared<Children>());
+        return nullptr;
+    m_ownersOf[child].insert(&parent);
+    // What is there is added once more: under its present name, which may be another.
+    Field& listed = children[child->getName()];
+    if (!listed)
+        listed = child;
+    if (known)
+        return child;
+    m_fields.push_back(child);
+    if (segment.isNode)
+        know(static_cast<DataStructure*>(child), std::make_shared<Children>());
+    return child;
 }
 
 void Model::growArray() {

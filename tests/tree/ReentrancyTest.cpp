@@ -365,3 +365,41 @@ TEST(ReentrancyTest, HandlerMayLeaveAndJoinAgainInItsPass) {
     EXPECT_EQ(x.getNumHandlers(), 1);
     EXPECT_EQ(first.getField(), &x);
 }
+
+TEST(Followers, MayBringAHandlerThatHearsOfTheSetUnderWay) {
+    Diary diary;
+    RecordingHandler onTarget(diary, "T");
+    RecordingHandler first(diary, "A");
+    RecordingHandler second(diary, "B");
+    DataValue source(Text("source"));
+    DataValue target(Text("target"));
+    source.addTargetLink(&target);
+    target.registerHandler(&onTarget);
+    diary.take();
+    onTarget.onceThen([&] {
+        source.registerHandler(&first);
+        source.registerHandler(&second);
+        diary.take();
+    });
+    source.setData("one");
+    EXPECT_EQ(diary.take(), "A changed, B changed");
+    EXPECT_EQ(*source.getData(0), "one");
+    EXPECT_EQ(*target.getData(0), "one");
+}
+
+TEST(Followers, MayMakeTheirSourceACopyOfAFieldThatNobodyFollows) {
+    Diary diary;
+    RecordingHandler onTarget(diary, "T");
+    DataValue source(Text("source"));
+    DataValue target(Text("target"));
+    DataValue plain(Text("plain"));
+    source.addTargetLink(&target);
+    target.registerHandler(&onTarget);
+    diary.take();
+    onTarget.onceThen([&] { source = plain; });
+    source.setData("one");
+    EXPECT_EQ(diary.take(), "T changed");
+    EXPECT_EQ(*source.getData(0), "one");
+    EXPECT_EQ(*target.getData(0), "one");
+    EXPECT_STREQ(source.getName(), "plain");
+}

@@ -49,7 +49,8 @@ protected:
     DataField* lastChild(DataNode& node) { return node.getFieldByIndex(node.getNumFields() - 1); }
 
     Diary diary;
-    Owned<Orbel> root{Text("show")};
+    Orbel root{Text("show")};
+    const SubtreeCleanup belowRoot{root};
     DataStructure* scene = new DataStructure(Text("scene"));
     DataValue* title = new CountedValue("title");
     DataValue* note = new CountedValue("note");
@@ -85,7 +86,8 @@ TEST_F(RegistrationByPathTest, SamePathTwiceTellsNobody) {
 }
 
 TEST_F(RegistrationByPathTest, UnknownPathBecomesTheNameOfANewField) {
-    Owned<Orbel> empty(Text("empty"));
+    Orbel empty(Text("empty"));
+    const SubtreeCleanup belowEmpty{empty};
     EXPECT_TRUE(registerOn(empty, "a/b", a, 7));
     DataField* created = empty.getFieldByIndex(0);
     EXPECT_EQ(empty.getNumFields(), 1);
@@ -162,7 +164,8 @@ TEST_F(RegistrationByPathTest, MovingToAnUnknownPathRenamesTheUnobservedField) {
 }
 
 TEST_F(RegistrationByPathTest, FieldNamedByItsPathIsRenamedAgain) {
-    Owned<Orbel> empty(Text("empty"));
+    Orbel empty(Text("empty"));
+    const SubtreeCleanup belowEmpty{empty};
     registerOn(empty, "a/b", a);
     DataField* created = a.getField();
     EXPECT_TRUE(registerOn(empty, "c/d", a));
@@ -354,7 +357,8 @@ TEST_F(RegistrationByPathTest, ObjectLetsTheRootCreate) {
 }
 
 TEST_F(RegistrationByPathTest, ObjectWithoutRootFailsAndTakesTheHandlerOff) {
-    Owned<DataStructure> top(Text("top"));
+    DataStructure top(Text("top"));
+    const SubtreeCleanup belowTop{top};
     auto* object = new DataObject(Text("object"));
     top.addField(object, 0);
     title->registerHandler(&a);

@@ -228,7 +228,8 @@ TEST_F(TypeFunctions, TheirArrayHearsOfItsType) {
 
 TEST_F(TypeFunctions, TablesMakeTheirEntriesByThem) {
     point->setCreateObjectFunc(makeUntyped);
-    Owned<DataHashTable> table(Text("table"));
+    DataHashTable table(Text("table"));
+    const SubtreeCleanup belowTable{table};
     table.setObjectType(point);
     EXPECT_EQ(shapeOf(*table.newObject(Text("key"))), "made{x=0,y=0}");
 }
@@ -248,7 +249,8 @@ TEST_F(TypeFunctions, SettersOfArraysReachTheHooksOfTheirObjects) {
 
 TEST_F(TypeFunctions, EntriesOfTablesAreReachedByTheirHooks) {
     point->setCreateObjectFunc(makeHooked);
-    Owned<DataHashTable> table(Text("table"));
+    DataHashTable table(Text("table"));
+    const SubtreeCleanup belowTable{table};
     table.setObjectType(point);
     auto* oslo = static_cast<Hooked*>(table.newObject(Text("Oslo")));
     table.newObject(Text("Rome"));

@@ -56,7 +56,8 @@ TEST(TypeLimits, TheLowestCountIsNoCount) {
 
 TEST(TypeLimits, KeepSizesOfPathsBeyondWhatMemoryHoldsOut) {
     DeclaredTypes types("Point = {string x;};");
-    Owned<DataStructure> root(Text("root"));
+    DataStructure root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     EXPECT_NE(root.getField(Text("Point[2000000000]:p"), 0, 0), nullptr);
     EXPECT_NE(root.getField(Text("Point[99999999999999]:q"), 0, 0), nullptr);
     EXPECT_EQ(shapeOf(root), "root{p[],q[]}");
@@ -130,7 +131,8 @@ TEST(TypeLimits, ElementsCountAsFields) {
 
 TEST(TypeLimits, EveryObjectHasItsOwn) {
     DeclaredTypes types("Point = {string x;}; T = {Point p[200000];};");
-    Owned<DataStructure> root(Text("root"));
+    DataStructure root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     root.getField(Text("T:a"), 0, 0);
     root.getField(Text("T:b"), 0, 0);
     EXPECT_EQ(countOf(root), 1 + 2 * (1 + 262'144));

@@ -1,4 +1,5 @@
 #include <support/DeclaredTypes.h>
+#include <support/Environment.h>
 #include <support/RecordingHandler.h>
 #include <support/Shape.h>
 #include <support/TreeCleanup.h>
@@ -116,7 +117,8 @@ TEST_F(ObjectHandlers, MayReadTheTypesAnew) {
 }
 
 TEST_F(ObjectHandlers, MayDeleteAnObjectThatAPathRetypes) {
-    Owned<DataStructure> root(Text("root"));
+    DataStructure root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     DataObject* child = object.release();
     root.addField(child, 0);
     first.onceThen([&] {
@@ -251,7 +253,8 @@ int readAtOnce(const char* /*format*/, va_list /*args*/) {
 TEST(TypeFunctionsReentrancy, MayGrowTheArrayThatAsks) {
     DeclaredTypes types(pointAndLabel);
     types["Point"]->setCreateObjectFunc(growOnce);
-    Owned<DataArray> array(Text("a"));
+    DataArray array(Text("a"));
+    const SubtreeCleanup belowArray{array};
     array.setObjectType(types["Point"]);
     growing = &array;
     array.setSize(2);
@@ -395,4 +398,97 @@ TEST(MarkedFields, MayDeleteTheStructureThatRegistersLinksOrCopies) {
         EXPECT_EQ(root, nullptr);
         EXPECT_EQ(moving.getField(), nullptr);
     }
+}
+
+TEST_F(ArrayHandlers, MayDeleteTheArrayWhileItParsesARange) {
+    array->setObjectType(point);
+    RecordingHandler onX(diary, "X");
+    array->registerHandler(Text("x"), &onX, 1);
+    diary.take();
+    onX.onceThen([&] { array.reset(); });
+    array->parse(Text("0,1,2"), Text("{{x=1},{x=2},{x=3}}"));
+    EXPECT_EQ(array, nullptr);
+    EXPECT_EQ(diary.take(), "X changed");
+}
+
+DataHashTable* tableOfTypeFunction = nullptr;
+
+DataObject* makeTheEntryAtOnce(char* /*typeName*/) {
+    if (DataHashTable* table = std::exchange(tableOfTypeFunction, nullptr))
+        table->newObject(Text("Oslo"));
+    return new DataObject(Text("made"));
+}
+
+TEST(NewElement, MayMakeTheEntryThatIsAskedFor) {
+    DeclaredTypes types(pointAndLabel);
+    types["Point"]->setCreateObjectFunc(makeTheEntryAtOnce);
+    DataHashTable table(Text("cities"));
+    const SubtreeCleanup belowTable{table};
+    table.setObjectType(types["Point"]);
+    tableOfTypeFunction = &table;
+    DataObject* oslo = table.newObject(Text("Oslo"));
+    EXPECT_EQ(tableOfTypeFunction, nullptr);
+    EXPECT_EQ(table.getObject(Text("Oslo")), oslo);
+    EXPECT_EQ(table.newObject(Text("Oslo")), oslo);
+    EXPECT_STREQ(table.getObjectKey(0), "Oslo");
+    EXPECT_EQ(table.getObjectKey(1), nullptr);
+}
+
+Tree<DataObject> objectOfTypeFunction;
+
+DataObject* makeAndDeleteTheOuter(char* /*typeName*/) {
+    objectOfTypeFunction.reset();
+    return new DataObject(Text("made"));
+}
+
+TEST(NewElement, MayDeleteTheObjectThatItIsMadeFor) {
+    DeclaredTypes types("Point = {string x=0;}; Line = {string width=1; Point from; Point to;};");
+    types["Point"]->setCreateObjectFunc(makeAndDeleteTheOuter);
+    objectOfTypeFunction.reset(new DataObject(Text("line")));
+    objectOfTypeFunction->setObjectType(types["Line"]);
+    EXPECT_EQ(objectOfTypeFunction, nullptr);
+}
+
+/// A structure of a client that is gone once it has been asked.
+class Vanishing : public DataStructure {
+public:
+    Vanishing() : DataStructure(Text("vanishing")) {}
+
+    DataField* getField(char* /*path*/, int /*index*/, int /*flag*/) override {
+        delete this;
+        return nullptr;
+    }
+};
+
+TEST(Ancestors, MayBeGoneWhenAnObjectAsksThemForAPath) {
+    Diary diary;
+    RecordingHandler handler(diary, "A");
+    DataValue before(Text("before"));
+    DataObject object(Text("object"));
+    auto* parent = new Vanishing;
+    parent->addField(&object, 0);
+    before.registerHandler(&handler);
+    EXPECT_FALSE(object.registerHandler(Text("x"), &handler, 0));
+    EXPECT_EQ(object.getParent(), nullptr);
+    EXPECT_EQ(handler.getField(), nullptr);
+    EXPECT_EQ(before.getNumHandlers(), 0);
+}
+
+DataType* classOfEarlyObject = nullptr;
+
+int makeAnObjectAtOnce(const char* /*format*/, va_list /*args*/) {
+    DataSetVPrintfFunction(nullptr);
+    const DataObject early(Text("early"));
+    classOfEarlyObject = DataObject::getClassType();
+    return 0;
+}
+
+TEST(TypeReadingReentrancy, PrintingMayMakeTheFirstObject) {
+    clearTypeVariables();
+    const Variable file("QX_OBJECTS_FILE", "no such file");
+    DataSetVPrintfFunction(makeAnObjectAtOnce);
+    DataObject::init();
+    ASSERT_NE(classOfEarlyObject, nullptr);
+    EXPECT_EQ(DataObject::getClassType(), classOfEarlyObject);
+    EXPECT_STREQ(classOfEarlyObject->getName(), "DataObject");
 }

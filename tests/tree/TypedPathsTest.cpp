@@ -16,7 +16,8 @@ protected:
     DataField* at(const std::string& path, int flag = 0) { return root.getField(Text(path), 0, flag); }
 
     DeclaredTypes types{"Point = {string x=0; string y=0;}; Label = {string text=Hi; Point pos;};"};
-    Owned<DataStructure> root{Text("root")};
+    DataStructure root{Text("root")};
+    const SubtreeCleanup belowRoot{root};
     Diary diary;
 };
 
@@ -189,7 +190,8 @@ TEST_F(TypedPaths, InCommandsCreateAndSet) {
 
 TEST(TypedPathsAlone, ReadTheTypesWhenTheyNeedThem) {
     clearTypeVariables();
-    Owned<DataStructure> root(Text("root"));
+    DataStructure root(Text("root"));
+    const SubtreeCleanup belowRoot{root};
     EXPECT_NE(root.getField(Text("string:a/node:b"), 0, 0), nullptr);
     EXPECT_EQ(DataObject::getTypesTable(), nullptr);
     EXPECT_EQ(root.getField(Text("Point:p"), 0, 0), nullptr);

@@ -389,9 +389,11 @@ TEST_F(Configuration, ReadingAnewReplacesAllTypes) {
 TEST_F(Configuration, ObjectsKeepTheirTypesWhenAllAreReadAnew) {
     DataObject::set_ConfigFolder(Text(a));
     DataObject::readConfigFiles();
-    Owned<DataObject> object(Text("o"));
+    DataObject object(Text("o"));
+    const SubtreeCleanup belowObject{object};
     object.setObjectType(Text("InA"));
-    Owned<DataArray> array(Text("a"));
+    DataArray array(Text("a"));
+    const SubtreeCleanup belowArray{array};
     array.setObjectType(object.getObjectType());
     DataObjectType* before = object.getObjectType();
     DataObject::readConfigFiles();

@@ -61,7 +61,8 @@ protected:
 
     TemporaryFolder folder;
     Variable variable{"QX_OBJECTS_DIR", folder.path()};
-    Owned<Orbel> root{Text("show")};
+    Orbel root{Text("show")};
+    const SubtreeCleanup belowRoot{root};
     DataValue* value = new DataValue(Text("value"));
     std::unique_ptr<Viewer> viewer;
 };

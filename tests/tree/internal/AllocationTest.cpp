@@ -169,7 +169,8 @@ TEST_F(Allocation, NoneToRunAListOfCommandsAgain) {
 }
 
 TEST_F(Allocation, NoneToPassCommandsOnToALinkedNode) {
-    Owned<DataStructure> follower(Text("follower"));
+    DataStructure follower(Text("follower"));
+    const SubtreeCleanup belowFollower{follower};
     follower.addField(new DataValue(Text("title")), 0);
     tree.scene->addTargetLink(&follower);
     Text list("title = of both scenes;");
@@ -226,7 +227,8 @@ TEST(WithoutMemory, AHandlerIsOnNoFurtherFieldOrWhollyOnIt) {
 
 TEST(WithoutMemory, AChildIsNotListedOrWholly) {
     for (int count = 0; count < 40; ++count) {
-        Owned<DataStructure> scene(Text("scene"));
+        DataStructure scene(Text("scene"));
+        const SubtreeCleanup belowScene{scene};
         for (int number = 0; number < count; ++number)
             scene.addField(new DataValue(Text("field" + std::to_string(number))), 0);
         DataValue last(Text("last"));

@@ -213,3 +213,34 @@ TEST(ChildTableCursor, IsNoStructure) {
     const SharedPart<ChildTable> copy(table);
     EXPECT_FALSE(table->hasOneStructure());
 }
+
+// The name is the field's own buffer, and whoever asked for it can write there.
+TEST(ChildTable, LetsGoOfFieldsWhoseNamesWereOverwritten) {
+    for (const int count : {3, 20}) {
+        ChildTable table;
+        Values values = fill(table, count);
+        values[1]->getName()[0] = 'z';
+        values[2]->getName()[0] = 'z';
+        values[1].reset();
+        EXPECT_EQ(table.find("zield1"), nullptr);
+        EXPECT_EQ(table.find("field0"), values[0].get());
+        std::size_t taken = 0;
+        while (table.size() != 0)
+            taken += table.takeFirst() ? 1 : 0;
+        EXPECT_EQ(taken, values.size() - 1);
+        EXPECT_EQ(namesOf(table), "");
+    }
+}
+
+TEST(ChildTableCursor, PassesOverWhatWasTakenOut) {
+    for (const int count : {5, 9}) {
+        const SharedPart<ChildTable> table(new ChildTable);
+        const Values values = fill(*table, count);
+        ChildTable::Cursor cursor(table);
+        EXPECT_EQ(cursor.next(), values.front().get());
+        for (int number = 1; number < count - 1; ++number)
+            table->erase("field" + std::to_string(number));
+        EXPECT_EQ(cursor.next(), values.back().get());
+        EXPECT_EQ(cursor.next(), nullptr);
+    }
+}

@@ -2,6 +2,7 @@
 #include <orbel/tree/TreeState.h>
 
 #include <support/SceneTree.h>
+#include <support/TreeCleanup.h>
 
 #include <gtest/gtest.h>
 
@@ -64,8 +65,7 @@ TEST(PathCache, IsDirectBetweenTheLibrarysOwnClasses) {
     EXPECT_FALSE(isDirect(root, *tree.scene, "node"));
     EXPECT_FALSE(isDirect(root, meter, "meter"));
     EXPECT_FALSE(isDirect(box, *tree.title, "value"));
-    // SceneTree has a root of its own class.
-    EXPECT_FALSE(isDirect(tree.root, *tree.title, "value"));
+    EXPECT_TRUE(isDirect(tree.root, *tree.title, "value"));
 }
 
 TEST(PathCache, TakesPathsOfUpTo30Characters) {
@@ -157,4 +157,48 @@ TEST(PathCache, OfTheProcessTakesPlainPathsAlone) {
         tree.at(path, 1);
         EXPECT_NE(treeState.paths.find(tree.root, path), nullptr) << path;
     }
+}
+
+// Of a path with kinds the way is kept, without its last segment.
+TEST(PathCache, KeepsAWayOfUpTo8Steps) {
+    Orbel root(Text("show"));
+    const SubtreeCleanup belowRoot{root};
+    const PathPlace& place = treeState.paths.place();
+    std::string way = "node:a";
+    for (std::size_t steps = 1; steps <= 10; ++steps, way += "/node:a") {
+        treeState.paths.drop();
+        DataField* x = root.getField(Text(way + "/string:x"), 0, 0);
+        const char* behind = place.behind(root, way + "/string:y");
+        ASSERT_EQ(behind != nullptr, steps <= 8) << steps;
+        if (!behind)
+            continue;
+        EXPECT_EQ(place.depth, steps);
+        EXPECT_EQ(place.chain[0], &root);
+        EXPECT_EQ(place.chain[steps], x->getParent());
+        EXPECT_EQ(place.behind(root, way), nullptr);
+        EXPECT_EQ(place.behind(root, way + "b/string:y"), nullptr);
+        EXPECT_EQ(place.behind(root, way + "/node:b/string:y"), nullptr);
+        EXPECT_EQ(place.behind(*place.chain[1], way + "/string:y"), nullptr);
+    }
+}
+
+TEST(PathCache, KeepsAWayOfUpTo120Characters) {
+    const PathPlace& place = treeState.paths.place();
+    for (const std::size_t length : {119u, 120u, 121u}) {
+        Orbel root(Text("show"));
+        const SubtreeCleanup belowRoot{root};
+        const std::string way = "node:" + std::string(50, 'n') + "/node:" + std::string(length - 61, 'n');
+        ASSERT_EQ(way.size(), length);
+        root.getField(Text(way + "/string:x"), 0, 0);
+        EXPECT_EQ(place.length, length <= 120 ? length : 0u);
+    }
+}
+
+TEST(PathCache, KeepsNoWayThroughClassesOfClients) {
+    class Show : public Orbel {
+        using Orbel::Orbel;
+    } show(Text("show"));
+    const SubtreeCleanup belowShow{show};
+    show.getField(Text("node:a/string:x"), 0, 0);
+    EXPECT_EQ(treeState.paths.place().length, 0u);
 }
