@@ -44,6 +44,10 @@ function(orbel_add_test_executable name library)
         # A test runs for a moment and compiles for long: only the library is worth optimizing.
         target_compile_options(${name} PRIVATE -O0)
     endif()
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        # Contract: the destructor of DataHandler is not virtual; tests delete handlers of exactly the class they made.
+        target_compile_options(${name} PRIVATE -Wno-delete-non-abstract-non-virtual-dtor)
+    endif()
     if(ORBEL_TEST_BATCHES)
         # Tests share the templates they instantiate, so that eight at once take less than one after the other.
         # A name in the anonymous namespace of one must not be in that of another then.
@@ -51,6 +55,9 @@ function(orbel_add_test_executable name library)
         if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
             # For this warning a batch is a header, in which a class should not derive from an anonymous one.
             target_compile_options(${name} PRIVATE -Wno-subobject-linkage)
+        elseif(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+            # The same for a local variable, which may be called like something in the source before.
+            target_compile_options(${name} PRIVATE -Wno-shadow)
         endif()
     endif()
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
