@@ -53,7 +53,8 @@ inline void DataField::walkHandlers(const FieldWatch& watch, Call call) {
         if (DataHandler* handler = *at++) {
             call(*handler);
             if (treeState.disturbances != calm) {
-                walkOn(watch, static_cast<std::size_t>(at - begin), call);
+                if (!watch.ended())
+                    walkOn(watch, static_cast<std::size_t>(at - begin), call);
                 return;
             }
         }
