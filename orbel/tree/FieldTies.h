@@ -42,14 +42,12 @@ bool DataField::walkTargets(const FieldWatch& watch, Call call) {
     // Nearly every field that is followed has one follower, which need not be found again.
     const std::uint64_t calm = treeState.disturbances;
     call(*only);
-    return treeState.disturbances == calm || walkTargetsFrom(1, watch, call);
+    return treeState.disturbances == calm || (!watch.ended() && walkTargetsFrom(1, watch, call));
 }
 
 /// Passes over the first `skips`.
 template <class Call>
 [[gnu::noinline]] bool DataField::walkTargetsFrom(std::size_t skips, const FieldWatch& watch, Call call) {
-    if (watch.ended())
-        return false;
     // Callbacks may destroy the field, or make it a copy of another.
     const SharedPart<LinkTargets> list = targetsIfAny() ? m_ties->targets : SharedPart<LinkTargets>();
     if (!list)
