@@ -259,18 +259,21 @@ class Suite:
     """The tests of one executable, each in a fork of its own: the library keeps state for the whole process."""
 
     def __init__(self, name):
-        self.name, self.left_out, self.seconds = name, [], 0.0
+        self.name, self.left_out, self.slow, self.seconds = name, [], [], 0.0
 
     def measure(self, library):
         start = time.monotonic()
         code, output = run([library.executable(self.name), "--all", "--gtest_brief=1"], 600, library.environment)
         self.seconds = time.monotonic() - start
         self.left_out = re.findall(r"^failed: (\S+)$", output, re.MULTILINE)
+        slow = re.findall(r"^slow: (\S+)$", output, re.MULTILINE)
+        self.slow = [test for test in slow if test not in self.left_out]
         if code is None or code != 0 and not self.left_out:
             sys.exit(f"mutate: {self.name} does not run: {output[-2000:]}")
 
-    def first_failure(self, library):
-        code, output = run([library.executable(self.name), "--gtest_brief=1", *self.left_out], 60 + 5 * self.seconds,
+    def first_failure(self, library, slow):
+        chosen = ["--only", *self.slow] if slow else self.left_out + self.slow
+        code, output = run([library.executable(self.name), "--gtest_brief=1", *chosen], 60 + 5 * self.seconds,
                            library.environment)
         if code == 0:
             return None
@@ -312,7 +315,8 @@ class Tester:
     def killer(self, mutant):
         if not self.library.link("OrbelLib"):
             return None
-        for name in self.order(mutant.folder):
+        order = self.order(mutant.folder)
+        for name in order:
             if name in models:
                 program, *options = name.split()
                 code, _ = run([self.library.executable(program), *options], 60, self.library.environment)
@@ -321,8 +325,12 @@ class Tester:
                 continue
             if name in internal and not self.library.link(name):
                 return None
-            if failure := self.suites[name].first_failure(self.library):
+            if failure := self.suites[name].first_failure(self.library, slow=False):
                 return failure
+        for name in order:
+            if name in self.suites and self.suites[name].slow:
+                if failure := self.suites[name].first_failure(self.library, slow=True):
+                    return failure
         return None
 
     def is_same_when_optimized(self, mutant, text, affected):
@@ -366,7 +374,7 @@ def main():
         suites = {name: Suite(name) for name in public + internal}
         list(pool.map(lambda suite: suite.measure(libraries[0]), suites.values()))
     for suite in suites.values():
-        print(f"{suite.name}: {suite.seconds:.1f} s"
+        print(f"{suite.name}: {suite.seconds:.1f} s, {len(suite.slow)} slow tests come last"
               + "".join(f", without {test}" for test in suite.left_out), flush=True)
 
     end = time.monotonic() + 60 * options.minutes if options.minutes else None
