@@ -44,6 +44,10 @@ function(orbel_add_test_executable name library)
         # A test runs for a moment and compiles for long: only the library is worth optimizing.
         target_compile_options(${name} PRIVATE -O0)
     endif()
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        # Contract: the destructor of DataHandler is not virtual; tests delete handlers of exactly the class they made.
+        target_compile_options(${name} PRIVATE -Wno-delete-non-abstract-non-virtual-dtor)
+    endif()
     if(ORBEL_TEST_BATCHES)
         # Tests share the templates they instantiate, so that eight at once take less than one after the other.
         # A name in the anonymous namespace of one must not be in that of another then.
@@ -51,11 +55,21 @@ function(orbel_add_test_executable name library)
         if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
             # For this warning a batch is a header, in which a class should not derive from an anonymous one.
             target_compile_options(${name} PRIVATE -Wno-subobject-linkage)
+        elseif(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+            # The same for a local variable, which may be called like something in the source before.
+            target_compile_options(${name} PRIVATE -Wno-shadow)
         endif()
     endif()
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_compile_definitions(${name} PRIVATE ORBEL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
-    target_link_libraries(${name} PRIVATE ${library} GTest::gtest_main)
+    if(ORBEL_TEST_FORKS)
+        target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/mutation/ForkingMain.cpp")
+        set_source_files_properties("${PROJECT_SOURCE_DIR}/tests/mutation/ForkingMain.cpp"
+                                    PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+        target_link_libraries(${name} PRIVATE ${library} GTest::gtest)
+    else()
+        target_link_libraries(${name} PRIVATE ${library} GTest::gtest_main)
+    endif()
     # Takes a third of the time it takes to compile the tests; made once for all that are compiled with the same flags.
     get_property(owner GLOBAL PROPERTY orbel_precompiled_with_${library})
     if(owner)
@@ -63,6 +77,10 @@ function(orbel_add_test_executable name library)
     else()
         target_precompile_headers(${name} PRIVATE <gtest/gtest.h>)
         set_property(GLOBAL PROPERTY orbel_precompiled_with_${library} ${name})
+    endif()
+    if(ORBEL_TEST_FORKS)
+        add_test(NAME ${name} COMMAND ${name} --all --patient --gtest_brief=1)
+        return()
     endif()
     gtest_discover_tests(
         ${name}

@@ -229,10 +229,10 @@ TEST_F(ArrayHandlers, MayDeleteEitherArrayWhileItIsCopied) {
 
 namespace {
 
-DataArray* growing = nullptr;
+DataArray* arrayToGrow = nullptr;
 
 DataObject* growOnce(char* typeName) {
-    if (DataArray* array = std::exchange(growing, nullptr))
+    if (DataArray* array = std::exchange(arrayToGrow, nullptr))
         array->setSize(2);
     return new DataObject(typeName);
 }
@@ -256,7 +256,7 @@ TEST(TypeFunctionsReentrancy, MayGrowTheArrayThatAsks) {
     DataArray array(Text("a"));
     const SubtreeCleanup belowArray{array};
     array.setObjectType(types["Point"]);
-    growing = &array;
+    arrayToGrow = &array;
     array.setSize(2);
     for (int index = 0; index < array.getSize(); ++index)
         EXPECT_EQ(array.getObject(index)->getParentInstance(), index);

@@ -258,8 +258,10 @@ TEST(DataObjectType, AFieldThatIsDestroyedLeavesItsType) {
     type.parse(Text("{string x; string y; string z;}"));
     std::vector<DataObjectField*> fields;
     type.getFieldsList(fields);
+    char* const nameOfTheGone = fields[1]->getName();
     delete fields[1];
     EXPECT_EQ(fieldsOf(&type), "string:x[1]=, string:z[1]=");
+    EXPECT_EQ(type.getField(nameOfTheGone), nullptr);
     EXPECT_EQ(type.getField(fields[2]->getName()), fields[2]);
     delete fields[0];
     delete fields[2];
