@@ -63,7 +63,7 @@ bool DataValue::storeAll(int from, int count, Next next) {
     bool changed = false;
     if (fitting == count) {
         for (int done = 0; done < count; ++done)
-            changed |= storeAt(next(done), static_cast<std::size_t>(from + done));
+            changed |= storeAt(next(done), static_cast<std::size_t>(from) + static_cast<std::size_t>(done));
         return changed;
     }
     std::vector<std::string> made;

@@ -71,7 +71,7 @@ void TypeParser::createType(std::string_view name, std::string_view body, DataOb
     // Contract: the name becomes known only afterwards, so that no type can contain itself.
     parseBody(body, *type);
     table.addType(type.get());
-    type.release();
+    static_cast<void>(type.release());
 }
 
 void TypeParser::parseBody(std::string_view body, DataObjectType& type) {
@@ -89,7 +89,7 @@ void TypeParser::parseBody(std::string_view body, DataObjectType& type) {
         auto field = std::make_unique<DataObjectField>();
         if (parseField(text::cutAt(rest, ';'), *field)) {
             type.addField(field.get());
-            field.release();
+            static_cast<void>(field.release());
         }
         text::skipBlanks(rest);
     }
