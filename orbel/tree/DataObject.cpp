@@ -206,6 +206,7 @@ DataField* DataObject::createField(DataObjectField* declaration) {
         return nullptr;
     const int count = declaration->getSize();
     char* name = declaration->getName();
+    const FieldWatch watch(*this);
     DataField* field = nullptr;
     if (isText)
         field = new DataValue(name);
@@ -213,6 +214,9 @@ DataField* DataObject::createField(DataObjectField* declaration) {
         field = createNestedObject(*type, name);
     else
         field = makeArray(*type, name, count);
+    // A type's own function may have destroyed this object. What it made is the caller's then, who knows.
+    if (watch.ended())
+        return field;
     NewField made(*field);
     if (isText)
         field->setSize(count);
@@ -227,7 +231,10 @@ DataField* DataObject::createField(DataObjectField* declaration) {
 }
 
 DataField* DataObject::createNestedObject(DataObjectType& type, char* name) {
+    const FieldWatch watch(*this);
     DataObject* object = createObject(&type, name);
+    if (watch.ended())
+        return object;
     NewField made(*object);
     take(object);
     const TypeBuild build(&type);
@@ -237,12 +244,15 @@ DataField* DataObject::createNestedObject(DataObjectType& type, char* name) {
         // Only objects that the type's own function made can still lack some.
         if (object->hasChild(declaration->getName()))
             continue;
-        if (DataField* child = createField(declaration)) {
-            NewField madeChild(*child);
-            take(child);
-            object->addField(child, -1);
-            madeChild.release();
-        }
+        DataField* child = createField(declaration);
+        if (!child)
+            continue;
+        NewField madeChild(*child);
+        if (watch.ended())
+            break;
+        take(child);
+        object->addField(child, -1);
+        madeChild.release();
     }
     made.release();
     return object;

@@ -49,9 +49,7 @@ bool DataField::walkTargets(const FieldWatch& watch, Call call) {
 template <class Call>
 [[gnu::noinline]] bool DataField::walkTargetsFrom(std::size_t skips, const FieldWatch& watch, Call call) {
     // Callbacks may destroy the field, or make it a copy of another.
-    const SharedPart<LinkTargets> list = targetsIfAny() ? m_ties->targets : SharedPart<LinkTargets>();
-    if (!list)
-        return true;
+    const SharedPart<LinkTargets> list = m_ties->targets;
     LinkTargets::Walk walk(*list, skips);
     while (DataField* target = walk.next()) {
         call(*target);

@@ -216,7 +216,7 @@ TEST(ChildTableCursor, IsNoStructure) {
 
 // The name is the field's own buffer, and whoever asked for it can write there.
 TEST(ChildTable, LetsGoOfFieldsWhoseNamesWereOverwritten) {
-    for (const int count : {3, 20}) {
+    for (const int count : {3, 8, 20}) {
         ChildTable table;
         Values values = fill(table, count);
         values[1]->getName()[0] = 'z';
@@ -243,4 +243,19 @@ TEST(ChildTableCursor, PassesOverWhatWasTakenOut) {
         EXPECT_EQ(cursor.next(), values.back().get());
         EXPECT_EQ(cursor.next(), nullptr);
     }
+}
+
+TEST(ChildTableCursor, GoesOnAmongGapsWhenAnotherHasComeIn) {
+    const SharedPart<ChildTable> table(new ChildTable);
+    const Values values = fill(*table, 9);
+    ChildTable::Cursor cursor(table);
+    EXPECT_EQ(cursor.next(), values.front().get());
+    for (int number = 1; number < 8; ++number)
+        table->erase("field" + std::to_string(number));
+    DataValue last(Text("fieldz"));
+    table->insert(last);
+    EXPECT_EQ(cursor.next(), values.back().get());
+    EXPECT_EQ(cursor.next(), &last);
+    EXPECT_EQ(cursor.next(), nullptr);
+    table->erase("fieldz");
 }
