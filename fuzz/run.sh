@@ -5,18 +5,19 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-found=build/fuzz/corpus
+# Whole paths, for targets may work in a folder of their own.
+found=$PWD/build/fuzz/corpus
 limits=(-timeout=10 -rss_limit_mb=2048 -malloc_limit_mb=1024)
 max_len=4096
 
 # fuzz TARGET SECONDS prints one line; false when there is a finding.
 fuzz() {
-    local target=$1 log=build/fuzz/logs/$1.log findings=build/fuzz/findings/$1 stale=
+    local target=$1 log=build/fuzz/logs/$1.log findings=$PWD/build/fuzz/findings/$1 stale=
     mkdir -p "$found/$target" "$findings" build/fuzz/logs
     stale=$(ls "$findings")
     build/fuzz/fuzz/"fuzz_$target" -max_total_time="$2" -max_len=$max_len "${limits[@]}" -print_final_stats=1 \
         -dict="fuzz/dictionaries/$target.dict" -artifact_prefix="$findings/" \
-        "$found/$target" "fuzz/corpus/$target" >"$log" 2>&1 || true
+        "$found/$target" "$PWD/fuzz/corpus/$target" >"$log" 2>&1 || true
     local new
     new=$(comm -13 <(printf '%s\n' "$stale") <(ls "$findings"))
     awk -v target="$target" -v findings="$(grep -c . <<<"$new")" '
@@ -36,7 +37,7 @@ fuzz() {
 # Hand-written inputs, whose names are no hashes, stay; of all others the fewest that reach as much, and of these the
 # 250 smallest: the tests replay them all.
 merge() {
-    local target=$1 corpus=fuzz/corpus/$1 merged file
+    local target=$1 corpus=$PWD/fuzz/corpus/$1 merged file
     merged=$(mktemp -d)
     mkdir -p "$found/$target"
     build/fuzz/fuzz/"fuzz_$target" -merge=1 -max_len=$max_len "${limits[@]}" "$merged" "$corpus" "$found/$target" \
