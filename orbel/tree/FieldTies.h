@@ -61,6 +61,8 @@ template <class Call>
 
 template <class Call>
 bool DataField::walkTargets(Call call) {
+    if (!targetsIfAny())
+        return true;
     const FieldWatch watch(*this);
     return walkTargets(watch, call);
 }
