@@ -18,6 +18,22 @@ function(orbel_private_settings target)
     endif()
 endfunction()
 
+# orbel_debian_headers(TARGET HEADER PACKAGE...) gives a target header-only libraries of Debian packages, each a file or
+# folder of /usr/include. They serve every compiler, but the folder they are in belongs to the native one, so a folder of
+# links to them alone is searched.
+function(orbel_debian_headers target)
+    set(folder "${PROJECT_BINARY_DIR}/headers")
+    file(MAKE_DIRECTORY "${folder}")
+    while(ARGN)
+        list(POP_FRONT ARGN header package)
+        if(NOT EXISTS "/usr/include/${header}")
+            message(FATAL_ERROR "/usr/include/${header}, which ${target} needs, is missing: install ${package}")
+        endif()
+        file(CREATE_LINK "/usr/include/${header}" "${folder}/${header}" SYMBOLIC)
+    endwhile()
+    target_include_directories(${target} SYSTEM PRIVATE "${folder}")
+endfunction()
+
 # orbel_copy_compiler_runtime(FOLDER) puts the compiler's own DLLs into a folder.
 # The library and its clients exchange strings, streams and exceptions, so they must share one
 # C++ runtime; linking it statically into each would give every module its own.

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -32,13 +33,13 @@ TypeFile readTypeFile(const char* path) {
 TypeFile readTypeFile(const files::File& file) {
     if (!file)
         return {TypeFileResult::cannotOpen, {}};
-    const std::optional<std::string> text = readText(file.get());
+    std::optional<std::string> text = readText(file.get());
     if (!text)
         return {TypeFileResult::readError, {}};
-    return {TypeFileResult::text, withoutComments(*text)};
+    return {TypeFileResult::text, *std::move(text)};
 }
 
-std::string withoutComments(std::string_view text) {
+std::string withoutComments(std::string_view text, std::vector<DroppedComment>* dropped) {
     std::string kept;
     kept.reserve(text.size());
     while (!text.empty()) {
@@ -48,7 +49,10 @@ std::string withoutComments(std::string_view text) {
             break;
         text.remove_prefix(start);
         const std::size_t lineEnd = text.find('\n');
-        text.remove_prefix(lineEnd == std::string_view::npos ? text.size() : lineEnd);
+        const std::size_t size = lineEnd == std::string_view::npos ? text.size() : lineEnd;
+        if (dropped)
+            dropped->push_back({kept.size(), size});
+        text.remove_prefix(size);
     }
     return kept;
 }

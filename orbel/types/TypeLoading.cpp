@@ -50,10 +50,10 @@ bool loadTypeFile(DataObjectTypesTable*& table, const std::string& path) {
     if (!table)
         table = new DataObjectTypesTable;
     DataPrintf("DataObject: Reading configuration file: %s\n", path.c_str());
-    TypeFile file = readTypeFile(path.c_str());
+    const TypeFile file = readTypeFile(path.c_str());
     if (file.result == TypeFileResult::cannotOpen)
         DataPrintf("DataObject: Couldn't read objects configuration file: %s\n", path.c_str());
-    return file.result == TypeFileResult::text && table->parse(file.text.data());
+    return file.result == TypeFileResult::text && table->parse(withoutComments(file.text).data());
 }
 
 void loadTypeFolder(DataObjectTypesTable*& table, const std::string& folder) {

@@ -39,7 +39,7 @@ void TypeParser::parseTypes(std::string_view text, DataObjectTypesTable& table) 
     statements.skipBlanks();
     while (!statements.atEnd()) {
         if (startsComment(statements.rest())) {
-            statements.cut('\n');
+            m_listener->onCommentSkipped(statements.cut('\n'));
             continue;
         }
         parseTypeStatement(statements.cut(';'), table);
@@ -56,22 +56,23 @@ void TypeParser::parseTypeStatement(std::string_view statement, DataObjectTypesT
     const std::string_view name = text::trim(text::cutAt(body, '='));
     text::skipBlanks(body);
     DataObjectType* type = table.getTypeByName(std::string(name).c_str());
-    if (!type) {
-        createType(name, body, table);
-        return;
+    if (type) {
+        m_listener->onTypeExtended(name);
+        parseBody(body, *type);
+    } else {
+        type = createType(name, body, table);
     }
-    m_listener->onTypeExtended(name);
-    parseBody(body, *type);
+    m_listener->onTypeRead(statement, *type);
 }
 
-void TypeParser::createType(std::string_view name, std::string_view body, DataObjectTypesTable& table) {
+DataObjectType* TypeParser::createType(std::string_view name, std::string_view body, DataObjectTypesTable& table) {
     m_listener->onTypeCreated(name);
     auto type = std::make_unique<DataObjectType>();
     type->setName(std::string(name).data());
     // Contract: the name becomes known only afterwards, so that no type can contain itself.
     parseBody(body, *type);
     table.addType(type.get());
-    static_cast<void>(type.release());
+    return type.release();
 }
 
 void TypeParser::parseBody(std::string_view body, DataObjectType& type) {
@@ -83,13 +84,14 @@ void TypeParser::parseBody(std::string_view body, DataObjectType& type) {
     while (!rest.empty()) {
         // Contract: blanks are skipped behind a ";" only, so a "#" behind other blanks starts no comment.
         if (startsComment(rest)) {
-            text::cutAt(rest, '\n');
+            m_listener->onCommentSkipped(text::cutAt(rest, '\n'));
             continue;
         }
         auto field = std::make_unique<DataObjectField>();
-        if (parseField(text::cutAt(rest, ';'), *field)) {
+        const std::string_view statement = text::cutAt(rest, ';');
+        if (parseField(statement, *field)) {
             type.addField(field.get());
-            static_cast<void>(field.release());
+            m_listener->onFieldAdded(statement, *field.release());
         }
         text::skipBlanks(rest);
     }

@@ -22,7 +22,7 @@ public:
 
 private:
     void parseTypeStatement(std::string_view statement, DataObjectTypesTable& table);
-    void createType(std::string_view name, std::string_view body, DataObjectTypesTable& table);
+    DataObjectType* createType(std::string_view name, std::string_view body, DataObjectTypesTable& table);
     void reportBodyText(std::string_view text);
 
     TypeParseListener* m_listener;

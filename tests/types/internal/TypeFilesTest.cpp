@@ -7,6 +7,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -15,7 +16,7 @@ std::string readBack(std::string_view bytes) {
     const TemporaryFolder folder;
     const TypeFile file = readTypeFile(folder.write("types.qx", bytes).c_str());
     EXPECT_EQ(file.result, TypeFileResult::text);
-    return file.text;
+    return withoutComments(file.text);
 }
 
 } // namespace
@@ -35,6 +36,11 @@ TEST(TypeFiles, EndAtTheirFirstNul) {
     EXPECT_EQ(readBack("A = {};\0B = {};"sv), "A = {};");
     EXPECT_EQ(readBack("A // note\0\nB"sv), "A ");
     EXPECT_EQ(readBack(std::string(70'000, 'x') + '\0' + std::string(70'000, 'y')), std::string(70'000, 'x'));
+}
+
+TEST(TypeFiles, AreHandedOutWithTheirComments) {
+    const TemporaryFolder folder;
+    EXPECT_EQ(readTypeFile(folder.write("types.qx", "A // note\n").c_str()).text, "A // note\n");
 }
 
 TEST(TypeFiles, LoseTheirComments) {
@@ -64,6 +70,18 @@ TEST(TypeFiles, ThatFailInReadingAreTold) {
     const TypeFile file = readTypeFile("/proc/self/mem");
     EXPECT_EQ(file.result, TypeFileResult::readError);
     EXPECT_EQ(file.text, "");
+}
+
+TEST(TypeComments, AreToldWithTheirPlaceInWhatIsKept) {
+    std::vector<DroppedComment> dropped;
+    EXPECT_EQ(withoutComments("a // b\nc//\n////", &dropped), "a \nc\n");
+    ASSERT_EQ(dropped.size(), 3U);
+    EXPECT_EQ(dropped[0].at, 2U);
+    EXPECT_EQ(dropped[0].size, 4U);
+    EXPECT_EQ(dropped[1].at, 4U);
+    EXPECT_EQ(dropped[1].size, 2U);
+    EXPECT_EQ(dropped[2].at, 5U);
+    EXPECT_EQ(dropped[2].size, 4U);
 }
 
 TEST(TypeComments, RunToTheLineEnd) {

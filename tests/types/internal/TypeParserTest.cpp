@@ -26,13 +26,28 @@ public:
     void onFieldIgnored(std::string_view statement) override { note("field", statement); }
     void onBodyTextIgnored(std::string_view text) override { note("body", text); }
 
-private:
-    void note(const char* what, std::string_view text) {
-        notes += (notes.empty() ? "" : ", ") + std::string(what) + ' ' + std::string(text) + " @" +
-                 std::to_string(text.data() - m_start);
+protected:
+    void note(const std::string& what, std::string_view text) {
+        notes +=
+            (notes.empty() ? "" : ", ") + what + ' ' + std::string(text) + " @" + std::to_string(text.data() - m_start);
     }
 
+private:
     const char* m_start;
+};
+
+/// Notes what takes effect as well, and comments.
+class FullReport : public Report {
+public:
+    using Report::Report;
+
+    void onCommentSkipped(std::string_view comment) override { note("comment", comment); }
+    void onFieldAdded(std::string_view statement, DataObjectField& field) override {
+        note(std::string("field ") + field.getName() + " by", statement);
+    }
+    void onTypeRead(std::string_view statement, DataObjectType& type) override {
+        note(std::string("type ") + type.getName() + " by", statement);
+    }
 };
 
 std::string reportOf(std::string_view text) {
@@ -47,6 +62,16 @@ std::string reportOf(std::string_view text) {
 TEST(TypeParser, ReportsTypesWithTheirPlace) {
     EXPECT_EQ(reportOf("A = {string x;};\n# note\nB = {A a;}; A = {B b;};"),
               "created A @0, created B @24, extended A @36");
+}
+
+TEST(TypeParser, ReportsWhatTakesEffectAndComments) {
+    const std::string_view text = "# a\nA = {# b\nstring x=1;string y}; A = {string z;}";
+    DataObjectTypesTable table;
+    FullReport report(text);
+    TypeParser(report).parseTypes(text, table);
+    EXPECT_EQ(report.notes, "comment # a @0, created A @4, comment # b @9, field x by string x=1 @13, "
+                            "field y by string y @24, type A by A = {# b\nstring x=1;string y} @4, "
+                            "extended A @35, field z by string z @40, type A by A = {string z;} @35");
 }
 
 TEST(TypeParser, ReportsWhatHasNoEffect) {
