@@ -1,5 +1,8 @@
 #include "CommandLine.h"
 
+#include "shell/RunVerb.h"
+#include "shell/ShellVerb.h"
+
 #include <orbel/handlers/IDataHandlerImpl.h>
 
 #include <CLI/CLI.hpp>
@@ -34,6 +37,8 @@ int runCommandLine(int argc, const char* const* argv) {
     Outcome outcome = Outcome::clean;
     app.set_version_flag("--version", versionText);
     app.require_subcommand(1);
+    addRunVerb(app, outcome);
+    addShellVerb(app, outcome);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
