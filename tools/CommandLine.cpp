@@ -2,6 +2,7 @@
 
 #include "shell/RunVerb.h"
 #include "shell/ShellVerb.h"
+#include "types/TypesVerb.h"
 
 #include <orbel/handlers/IDataHandlerImpl.h>
 
@@ -39,6 +40,7 @@ int runCommandLine(int argc, const char* const* argv) {
     app.require_subcommand(1);
     addRunVerb(app, outcome);
     addShellVerb(app, outcome);
+    addTypesVerb(app, outcome);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

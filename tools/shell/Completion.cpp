@@ -137,11 +137,17 @@ std::size_t startBehind(std::string_view line, std::string_view ends, std::size_
     return start;
 }
 
+/// What may be set: most of it is there, so kinds are offered only to those who have begun one.
+Texts completeTarget(DataNode& root, std::string_view path) {
+    const bool hasBegun = !path.empty() && path.back() != '/';
+    return hasBegun ? completeKindPath(root, path) : completePath(root, path);
+}
+
 Completions completeCommand(DataNode& root, std::string_view line, std::size_t from) {
     const std::size_t start = startBehind(line, ";{", from);
     Completions completions{start, {}};
     if (line.find('=', start) == std::string_view::npos)
-        completions.texts = completeKindPath(root, line.substr(start));
+        completions.texts = completeTarget(root, line.substr(start));
     return completions;
 }
 

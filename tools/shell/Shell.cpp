@@ -187,7 +187,9 @@ void Shell::runVerb(std::string_view line) {
     else if (verb == "watch")
         watch(arguments);
     else
-        complain(noVerb(verb));
+        complain(paths::fieldsAt(m_tree.root(), std::string(line)).empty()
+                     ? noVerb(verb)
+                     : std::string(line) + " is a path: dump prints it, PATH = VALUE sets it");
 }
 
 void Shell::runCommands(std::string_view list) {
