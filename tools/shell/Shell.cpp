@@ -29,58 +29,59 @@ constexpr int mostFilesOpen = 16;
 
 enum class Kind { set, copy, link };
 
-/// A command of a list, without the word that tells what it does.
-struct Piece {
+/// A line of commands, without the letter that tells what they do.
+struct Commands {
     Kind kind = Kind::set;
-    std::string text;
+    std::vector<std::string> pieces;
 };
 
-Piece readPiece(std::string_view written) {
-    std::string_view rest = written;
-    const std::string_view word = cutVerb(rest);
-    const bool isMarked = !rest.empty() && rest.front() != '=';
-    if (word == "C" && isMarked)
-        return {Kind::copy, std::string(rest)};
-    if (word == "L" && isMarked)
-        return {Kind::link, std::string(rest)};
-    return {Kind::set, std::string(written)};
+Commands readCommands(std::string_view line) {
+    Commands commands;
+    std::string_view list = line;
+    const std::string_view mark = isMarked(line) ? cutVerb(list) : "";
+    if (!mark.empty())
+        commands.kind = mark == "C" ? Kind::copy : Kind::link;
+    text::ListScanner pieces(list);
+    pieces.skipBlanks();
+    for (; !pieces.atEnd(); pieces.skipBlanks())
+        commands.pieces.emplace_back(pieces.cut(';'));
+    return commands;
 }
 
-std::vector<Piece> readPieces(std::string_view list) {
-    std::vector<Piece> pieces;
-    text::ListScanner commands(list);
-    commands.skipBlanks();
-    for (; !commands.atEnd(); commands.skipBlanks())
-        pieces.push_back(readPiece(commands.cut(';')));
-    return pieces;
-}
-
-effects::Complaints check(DataNode& root, const Piece& piece) {
-    switch (piece.kind) {
+effects::Complaints check(DataNode& root, Kind kind, const std::string& piece) {
+    switch (kind) {
     case Kind::copy:
-        return effects::ofCopy(root, piece.text);
+        return effects::ofCopy(root, piece);
     case Kind::link:
-        return effects::ofLink(root, piece.text);
+        return effects::ofLink(root, piece);
     default:
-        return effects::ofSet(root, piece.text);
+        return effects::ofSet(root, piece);
     }
 }
 
-void execute(Orbel& root, Piece piece) {
-    switch (piece.kind) {
+void execute(Orbel& root, Kind kind, std::string piece) {
+    switch (kind) {
     case Kind::copy:
-        root.executeCopyCommand(piece.text.data());
+        root.executeCopyCommand(piece.data());
         break;
     case Kind::link:
-        root.executeLinkCommand(piece.text.data());
+        root.executeLinkCommand(piece.data());
         break;
     default:
-        root.executeCommand(piece.text.data(), 0);
+        root.executeCommand(piece.data(), 0);
     }
 }
 
+/// Before its first piece.
+void begin(Orbel& root, Kind kind) {
+    // Hosts rely on it: a list of links replaces all there are.
+    if (kind == Kind::link)
+        root.ClearLinks();
+}
+
+/// A line "~" ends a frame in the files of commands that hosts read.
 bool isComment(std::string_view line) {
-    return line.substr(0, 1) == "#" && (line.size() == 1 || text::whiteSpace.contains(line[1]));
+    return line == "~" || (line.substr(0, 1) == "#" && (line.size() == 1 || text::whiteSpace.contains(line[1])));
 }
 
 std::string timeText(double seconds) {
@@ -178,6 +179,8 @@ void Shell::runVerb(std::string_view line) {
         load(arguments);
     else if (verb == "quit")
         m_hasQuit = true;
+    else if (verb == "0")
+        complain("there is no host here for " + arguments);
     else if (verb == "time")
         time(rest);
     else if (verb == "types")
@@ -192,11 +195,13 @@ void Shell::runVerb(std::string_view line) {
                      : std::string(line) + " is a path: dump prints it, PATH = VALUE sets it");
 }
 
-void Shell::runCommands(std::string_view list) {
-    for (const Piece& piece : readPieces(list)) {
-        complain(check(m_tree.root(), piece));
+void Shell::runCommands(std::string_view line) {
+    const Commands commands = readCommands(line);
+    begin(m_tree.root(), commands.kind);
+    for (const std::string& piece : commands.pieces) {
+        complain(check(m_tree.root(), commands.kind, piece));
         // Also what nothing is to be expected of, for what a link or a wildcard makes of it is the library's business.
-        execute(m_tree.root(), piece);
+        execute(m_tree.root(), commands.kind, piece);
     }
 }
 
@@ -267,7 +272,7 @@ void Shell::help(const std::string& name) {
         return;
     }
     for (const VerbText& verb : verbTexts())
-        m_out << std::left << std::setw(20) << std::setfill(' ') << verb.usage << ' ' << verb.help << '\n';
+        m_out << std::left << std::setw(22) << std::setfill(' ') << verb.usage << ' ' << verb.help << '\n';
 }
 
 void Shell::load(const std::string& path) {
@@ -305,18 +310,19 @@ void Shell::time(std::string_view line) {
         return;
     }
     // What is checked before a command runs is not its cost.
-    const std::vector<Piece> pieces = isVerbLine(line) ? std::vector<Piece>() : readPieces(line);
-    for (const Piece& piece : pieces)
-        complain(check(m_tree.root(), piece));
+    const Commands commands = isVerbLine(line) ? Commands() : readCommands(line);
+    for (const std::string& piece : commands.pieces)
+        complain(check(m_tree.root(), commands.kind, piece));
     std::optional<Muted> muted;
     if (runs > 1)
         muted.emplace(m_out);
     const auto start = std::chrono::steady_clock::now();
     for (int run = 0; run < runs && !m_hasQuit; ++run) {
-        if (pieces.empty())
+        if (commands.pieces.empty())
             runVerb(line);
-        for (const Piece& piece : pieces)
-            execute(m_tree.root(), piece);
+        begin(m_tree.root(), commands.kind);
+        for (const std::string& piece : commands.pieces)
+            execute(m_tree.root(), commands.kind, piece);
     }
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
     muted.reset();

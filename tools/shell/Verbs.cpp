@@ -8,8 +8,8 @@ const std::vector<VerbText>& verbTexts() {
     static const std::vector<VerbText> verbs = {
         {"PATH", "PATH = VALUE; ...", "sets values: scene/title = Hello; tags[0-1] = red,green; lights/*/on = 1",
          Argument::none},
-        {"C", "C TARGET = SOURCE", "copies values or a node: C list[0-3] = other[2-5]", Argument::paths},
-        {"L", "L TARGET = SOURCE", "lets TARGET follow SOURCE, and leaves other links alone; L ~TARGET ends its link",
+        {"C", "C TARGET = SOURCE; ...", "copies values or a node: C list[0-3] = other[2-5]", Argument::paths},
+        {"L", "L TARGET = SOURCE; ...", "lets TARGET follow SOURCE, and ends all links that were before",
          Argument::paths},
         {"clear", "clear [PATH;...]", "empties values; without a path those of the whole tree", Argument::paths},
         {"create", "create KINDPATH",
@@ -54,12 +54,16 @@ std::string_view cutVerb(std::string_view& rest) {
     return word;
 }
 
+bool isMarked(std::string_view line) {
+    const std::string_view word = cutVerb(line);
+    return (word == "C" || word == "L") && !line.empty() && line.front() != '=';
+}
+
 bool isVerbLine(std::string_view line) {
     std::string_view rest = line;
     const std::string_view word = cutVerb(rest);
-    if (word == "time" && !rest.empty() && rest.front() != '=')
+    if ((word == "time" || word == "0") && !rest.empty() && rest.front() != '=')
         return true;
     // Everything else that is printed or read is named by a path, which holds no "=".
-    const bool isCommandMark = (word == "C" || word == "L") && !rest.empty();
-    return line.find('=') == std::string_view::npos && !isCommandMark;
+    return line.find('=') == std::string_view::npos && !isMarked(line);
 }

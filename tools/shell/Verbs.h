@@ -23,6 +23,9 @@ std::vector<std::string> verbNames();
 /// The first word of a line; `rest` becomes what is behind the blanks that follow it.
 std::string_view cutVerb(std::string_view& rest);
 
+/// Whether "C" or "L" stands in front of a command.
+bool isMarked(std::string_view line);
+
 /// Whether a line is to be read as a verb with arguments, and not as a command "path = value".
 bool isVerbLine(std::string_view line);
 

@@ -29,6 +29,8 @@ bool saysNothing(std::string_view text) {
 Descriptions::Descriptions(const SourceText& text) : m_text(text) {}
 
 std::size_t Descriptions::addType(std::string_view statement) {
+    // Behind a "#" comment a statement begins with the blanks that follow.
+    text::skipBlanks(statement);
     const std::size_t start = m_text.offsetOf(statement);
     const std::size_t brace = statement.find('{');
     const std::size_t end = start + (brace == std::string_view::npos ? statement.size() : brace + 1);
