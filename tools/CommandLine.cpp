@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "diff/DiffVerb.h"
 #include "shell/RunVerb.h"
 #include "shell/ShellVerb.h"
 #include "types/TypesVerb.h"
@@ -38,6 +39,7 @@ int runCommandLine(int argc, const char* const* argv) {
     Outcome outcome = Outcome::clean;
     app.set_version_flag("--version", versionText);
     app.require_subcommand(1);
+    addDiffVerb(app, outcome);
     addRunVerb(app, outcome);
     addShellVerb(app, outcome);
     addTypesVerb(app, outcome);

@@ -6,6 +6,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <cstdio>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -27,7 +28,7 @@ void runStart(Shell& shell, const std::string& file) {
 }
 
 Outcome talk(LiveTree& tree, const Options& options) {
-    const bool hasColours = terminal::hasColours();
+    const bool hasColours = terminal::hasColours(stderr);
     Shell shell(tree, std::cout, [hasColours](const std::string& complaint) {
         std::cerr << (hasColours ? "\033[31m" : "") << complaint << (hasColours ? "\033[0m" : "") << '\n';
     });

@@ -3,6 +3,7 @@
 
 #include "Completion.h"
 
+#include <cstdio>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -14,8 +15,8 @@ namespace terminal {
 
 /// Whether commands are typed and results read by a person.
 bool isInteractive();
-/// Whether messages may be coloured: they are read on a terminal that can, and nobody has set NO_COLOR.
-bool hasColours();
+/// Whether what is written may be coloured: it is read on a terminal that can, and nobody has set NO_COLOR.
+bool hasColours(std::FILE* stream);
 
 /// What may stand in a line up to the cursor.
 using Complete = std::function<Completions(std::string_view line)>;

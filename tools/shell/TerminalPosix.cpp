@@ -128,9 +128,9 @@ bool isInteractive() {
     return isatty(STDIN_FILENO) != 0 && isatty(STDOUT_FILENO) != 0;
 }
 
-bool hasColours() {
+bool hasColours(std::FILE* stream) {
     const char* name = std::getenv("TERM");
-    return isatty(STDERR_FILENO) != 0 && !std::getenv("NO_COLOR") && name && std::strcmp(name, "dumb") != 0;
+    return isatty(fileno(stream)) != 0 && !std::getenv("NO_COLOR") && name && std::strcmp(name, "dumb") != 0;
 }
 
 std::unique_ptr<LineEditor> makeLineEditor(Complete complete) {

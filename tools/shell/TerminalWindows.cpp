@@ -29,11 +29,11 @@ bool isInteractive() {
     return _isatty(_fileno(stdin)) != 0 && _isatty(_fileno(stdout)) != 0;
 }
 
-bool hasColours() {
-    if (_isatty(_fileno(stderr)) == 0 || std::getenv("NO_COLOR"))
+bool hasColours(std::FILE* stream) {
+    if (_isatty(_fileno(stream)) == 0 || std::getenv("NO_COLOR"))
         return false;
     // Consoles take colours only when they are asked to.
-    HANDLE console = GetStdHandle(STD_ERROR_HANDLE);
+    HANDLE console = reinterpret_cast<HANDLE>(_get_osfhandle(_fileno(stream)));
     DWORD mode = 0;
     return GetConsoleMode(console, &mode) != 0 &&
            SetConsoleMode(console, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING) != 0;
