@@ -2,6 +2,7 @@
 
 #include <tools/CommandLine.h>
 
+#include <docs/Document.h>
 #include <support/Environment.h>
 #include <support/TemporaryFolder.h>
 
@@ -10,6 +11,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -217,6 +219,29 @@ TEST(ShellInATerminal, OffersWhatMayBeMeant) {
     EXPECT_NE(typist.screen().find("\ntitle= ;\n"), std::string::npos) << typist.screen();
     typist.type("quit\r", "");
     EXPECT_EQ(typist.end(), 0);
+}
+
+TEST(ShellInATerminal, ShowsTheSessionOfThePage) {
+    clearTypeVariables();
+    const Document page = Document::ofFile(ORBEL_DOCS "/tool.md");
+    const TemporaryFolder folder;
+    folder.write("board.qx", page.block("`board.qx`:"));
+    folder.write("board.txt", page.block("`board.txt`:"));
+    std::istringstream session(page.section("orbel shell").block("may have been meant."));
+    std::string line;
+    std::getline(session, line);
+    ASSERT_EQ(line, "$ orbel shell --types board.qx board.txt");
+    Typist typist(folder, {"--types", "board.qx", "board.txt"});
+    ASSERT_TRUE(typist.waitFor("orbel>")) << typist.screen();
+    std::string expected;
+    const std::string prompt = "orbel> ";
+    while (std::getline(session, line)) {
+        expected += line + '\n';
+        if (line.compare(0, prompt.size(), prompt) == 0)
+            typist.type(line.substr(prompt.size()) + '\r', line == "orbel> quit" ? "" : "orbel>");
+    }
+    EXPECT_EQ(typist.end(), 0);
+    EXPECT_EQ(typist.screen(), expected);
 }
 
 #endif
