@@ -3,7 +3,6 @@
 #include "../CommandLine.h"
 #include "TreePaths.h"
 
-#include <orbel/tree/DataArray.h>
 #include <orbel/tree/DataObject.h>
 #include <orbel/types/DataObjectTypesTable.h>
 #include <orbel/types/TypeLoading.h>
@@ -28,27 +27,6 @@ private:
     std::streambuf* m_before;
 };
 
-/// deleteChildren spares what has a marker or an observer, and nothing is to be left here.
-void deleteBelow(DataNode& node) {
-    std::vector<DataField*> children;
-    if (node.isOfType(DataArray::getClassType()) != 0) {
-        auto& array = static_cast<DataArray&>(node);
-        for (int index = 0; index < array.getSize(); ++index) {
-            children.push_back(array.DataArray::getObject(index));
-            // With a reference of its own no element is deleted before the loop below is done with it.
-            children.back()->ref(&children, nullptr);
-        }
-    } else {
-        node.getFieldsVector(&children);
-    }
-    node.removeChildren();
-    for (DataField* child : children) {
-        if (paths::isNode(*child))
-            deleteBelow(static_cast<DataNode&>(*child));
-        delete child;
-    }
-}
-
 std::string rootName() {
     return "Orbel";
 }
@@ -69,7 +47,7 @@ LiveTree::LiveTree(const std::vector<std::string>& types) : m_root(rootName().da
 }
 
 LiveTree::~LiveTree() {
-    deleteBelow(m_root);
+    paths::deleteBelow(m_root);
 }
 
 bool LiveTree::addTypes(const std::string& path) {

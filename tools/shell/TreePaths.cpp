@@ -150,6 +150,26 @@ std::vector<DataField*> valuesBelow(DataField& field) {
     return values;
 }
 
+void deleteBelow(DataNode& node) {
+    std::vector<DataField*> children;
+    if (node.isOfType(DataArray::getClassType()) != 0) {
+        auto& array = static_cast<DataArray&>(node);
+        for (int index = 0; index < array.getSize(); ++index) {
+            children.push_back(array.DataArray::getObject(index));
+            // With a reference of its own no element is deleted before the loop below is done with it.
+            children.back()->ref(&children, nullptr);
+        }
+    } else {
+        node.getFieldsVector(&children);
+    }
+    node.removeChildren();
+    for (DataField* child : children) {
+        if (isNode(*child))
+            deleteBelow(static_cast<DataNode&>(*child));
+        delete child;
+    }
+}
+
 std::vector<std::string> childNames(DataNode& node) {
     std::vector<std::string> names;
     if (DataHashTable* table = asTable(node)) {

@@ -26,6 +26,9 @@ std::vector<DataField*> fieldsAt(DataNode& from, const std::string& path);
 /// The values at and below a field, in the order of a dump.
 std::vector<DataField*> valuesBelow(DataField& field);
 
+/// Deletes everything below a node, whoever observes it: the library spares that.
+void deleteBelow(DataNode& node);
+
 /// The names of the children, or the keys of a table.
 std::vector<std::string> childNames(DataNode& node);
 

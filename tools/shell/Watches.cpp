@@ -27,6 +27,13 @@ std::string lineOf(DataField& field, int from, int to) {
     return paths::pathOf(field) + range + " = " + valuesOf(field, from, to);
 }
 
+bool isBelow(DataField& field, DataNode& root) {
+    DataField* top = &field;
+    while (DataNode* parent = top->getParent())
+        top = parent;
+    return top == &root;
+}
+
 /// The node and all nodes and values below it.
 void collectItems(DataField& field, std::vector<DataField*>& items) {
     items.push_back(&field);
@@ -115,7 +122,22 @@ void Watches::refresh() {
 }
 
 void Watches::prune() {
-    std::erase_if(m_watchers, [](const auto& entry) { return !entry.second->getField(); });
+    std::vector<DataField*> gone;
+    std::erase_if(m_watchers, [&](const auto& entry) {
+        DataField* const field = entry.second->getField();
+        const bool isOut = !field || !isBelow(*field, m_root);
+        if (isOut && field && !field->getParent())
+            gone.push_back(field);
+        return isOut;
+    });
+    // The library spares what is watched when an object gets another type; then nobody else has it.
+    for (DataField* field : gone) {
+        if (field->getRef() > 0 || field->getNumHandlers() > 0)
+            continue;
+        if (paths::isNode(*field))
+            paths::deleteBelow(static_cast<DataNode&>(*field));
+        delete field;
+    }
 }
 
 void Watches::collect(const std::string& path, bool tell, std::map<DataField*, bool>& wanted) {

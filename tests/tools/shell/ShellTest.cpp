@@ -223,6 +223,9 @@ TEST_F(ShellSession, TellsWhichFieldFollows) {
 TEST_F(ShellSession, TellsOfNewTypes) {
     sayAll({"create Point:thing", "watch thing"});
     EXPECT_EQ(say("create Label:thing").substr(0, 14), "thing : Label\n");
+    EXPECT_EQ(say("thing/pos/x = 1"), "thing/pos/x = 1\n");
+    EXPECT_EQ(say("create Point:thing").substr(0, 14), "thing : Point\n");
+    EXPECT_EQ(say("create Label:thing").substr(0, 14), "thing : Label\n");
     EXPECT_EQ(say("thing/text = x"), "thing/text = x\n");
 }
 
