@@ -39,6 +39,8 @@ int runCommandLine(int argc, const char* const* argv) {
     Outcome outcome = Outcome::clean;
     app.set_version_flag("--version", versionText);
     app.require_subcommand(1);
+    // A "/" begins a path, on Windows as well.
+    app.allow_windows_style_options(false);
     addDiffVerb(app, outcome);
     addRunVerb(app, outcome);
     addShellVerb(app, outcome);
