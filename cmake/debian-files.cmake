@@ -8,7 +8,7 @@ set(staging "${CPACK_TEMPORARY_DIRECTORY}")
 set(auto_load "${staging}/dev/usr/share/gdb/auto-load/usr/lib")
 file(MAKE_DIRECTORY "${auto_load}")
 file(WRITE "${auto_load}/${CPACK_ORBEL_LIBRARY}-gdb.py"
-     "import gdb\n\ngdb.execute(\"source /usr/share/orbellib/gdb/orbel.py\")\n")
+     "import gdb\n\ngdb.execute(\"source /usr/lib/orbellib/gdb/orbel.py\")\n")
 
 foreach(component package IN ZIP_LISTS CPACK_COMPONENTS_ALL CPACK_ORBEL_PACKAGES)
     set(changelog "${staging}/${component}/usr/share/doc/${package}/changelog")

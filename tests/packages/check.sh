@@ -60,6 +60,17 @@ check_client() {
         "$(LD_LIBRARY_PATH=$libdir "$work/client/by-pkg-config")"
 }
 
+# check_printers PREFIX: the client sees no more of the library than its headers.
+check_printers() {
+    local output
+    command -v gdb >/dev/null || return 0
+    g++ -std=c++17 -g "$client/main.cpp" -o "$work/client/debugged" -I"$1/include" -L"$1/lib" -lOrbelLib
+    output=$(LD_LIBRARY_PATH=$1/lib gdb -q -nx -batch -ex "source $1/lib/orbellib/gdb/orbel.py" \
+        -ex 'break TitleWatcher::onChange' -ex run -ex 'printf "seen: "' -ex 'output field' \
+        "$work/client/debugged" 2>&1 </dev/null)
+    [[ $output == *'seen: DataValue "title" = "'* ]] || fail "gdb printed $output"
+}
+
 # check_programs BIN EXAMPLES: they find the library and the plug-ins by themselves.
 check_programs() {
     local bin=$1 examples=$2 frames=$work/frames
@@ -89,6 +100,7 @@ check_debian() {
         "$(readelf -d "$root/usr/lib/libOrbelLib.so" | sed -n 's/.*soname: \[\(.*\)\]/\1/p')"
     check_leaks "$root/usr"
     check_client "$root/usr" "$root/usr/lib"
+    check_printers "$root/usr"
     check_programs "$root/usr/bin" "$root/usr/share/doc/OrbelLib/examples"
     "${as_root[@]}" dpkg --root "$root" --log="$work/dpkg.log" --force-not-root --force-depends \
         -r orbel-tools liborbellib-dev "liborbellib${version%%.*}" >"$work/log" 2>&1 || fail "$(cat "$work/log")"
@@ -105,6 +117,7 @@ check_archive() {
     tar -xzf "$packages/orbellib-$version-linux-x86_64.tar.gz" -C "$place"
     check_leaks "$prefix"
     check_client "$prefix" "$prefix/lib"
+    check_printers "$prefix"
     check_programs "$prefix/bin" "$prefix/share/doc/OrbelLib/examples"
     rm -rf "$place"
     echo "packages: the archive for Linux is sound"
