@@ -18,6 +18,11 @@ foreach(component package IN ZIP_LISTS CPACK_COMPONENTS_ALL CPACK_ORBEL_PACKAGES
     execute_process(COMMAND gzip -9n "${changelog}" COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
 
+file(GLOB_RECURSE pages "${staging}/*/usr/share/man/*.1")
+if(pages)
+    execute_process(COMMAND gzip -9n ${pages} COMMAND_ERROR_IS_FATAL ANY)
+endif()
+
 set(scratch "${CPACK_TEMPORARY_DIRECTORY}/shlibdeps")
 file(WRITE "${scratch}/debian/control" "Source: orbellib\n\nPackage: orbellib\nArchitecture: any\n")
 execute_process(

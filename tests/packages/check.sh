@@ -71,6 +71,14 @@ check_printers() {
     [[ $output == *'seen: DataValue "title" = "'* ]] || fail "gdb printed $output"
 }
 
+# check_manual PREFIX: the page of Kor has the options of Kor, all of them and no other.
+check_manual() {
+    local page
+    page=$(cat "$1/share/man/man1/Kor.1" 2>/dev/null || gzip -dc "$1/share/man/man1/Kor.1.gz")
+    same "the manual page of Kor" "$("$1/bin/Kor" --help | sed -n 's/^ *\(--[a-z]*\).*/\1/p' | sort)" \
+        "$(sed -n 's/^\\fB\\-\\-\([a-z]*\)\\fR.*/--\1/p' <<<"$page" | sort)"
+}
+
 # check_programs BIN EXAMPLES: they find the library and the plug-ins by themselves.
 check_programs() {
     local bin=$1 examples=$2 frames=$work/frames
@@ -101,6 +109,7 @@ check_debian() {
     check_leaks "$root/usr"
     check_client "$root/usr" "$root/usr/lib"
     check_printers "$root/usr"
+    check_manual "$root/usr"
     check_programs "$root/usr/bin" "$root/usr/share/doc/OrbelLib/examples"
     "${as_root[@]}" dpkg --root "$root" --log="$work/dpkg.log" --force-not-root --force-depends \
         -r orbel-tools liborbellib-dev "liborbellib${version%%.*}" >"$work/log" 2>&1 || fail "$(cat "$work/log")"
@@ -118,6 +127,7 @@ check_archive() {
     check_leaks "$prefix"
     check_client "$prefix" "$prefix/lib"
     check_printers "$prefix"
+    check_manual "$prefix"
     check_programs "$prefix/bin" "$prefix/share/doc/OrbelLib/examples"
     rm -rf "$place"
     echo "packages: the archive for Linux is sound"

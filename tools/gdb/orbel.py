@@ -231,7 +231,8 @@ class OrbelPrinters(gdb.printing.PrettyPrinter):
 
 def add_types():
     """A client's debug information leaves out the classes of the library."""
-    path = os.path.join(os.path.dirname(os.path.realpath(__file__)), "orbel-types.o")
+    # Not __file__, which names the script that gdb found first when that reads this one.
+    path = os.path.join(os.path.dirname(os.path.realpath(add_types.__code__.co_filename)), "orbel-types.o")
     if os.path.exists(path) and all(objfile.filename != path for objfile in gdb.objfiles()):
         # Far from every address of a program, none of which is named after what is in this file then.
         gdb.execute("add-symbol-file '%s' -o 0x7fff00000000000" % path, to_string=True)
