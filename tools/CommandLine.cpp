@@ -1,5 +1,10 @@
 #include "CommandLine.h"
 
+#include "diff/DiffVerb.h"
+#include "shell/RunVerb.h"
+#include "shell/ShellVerb.h"
+#include "types/TypesVerb.h"
+
 #include <orbel/handlers/IDataHandlerImpl.h>
 
 #include <CLI/CLI.hpp>
@@ -34,6 +39,10 @@ int runCommandLine(int argc, const char* const* argv) {
     Outcome outcome = Outcome::clean;
     app.set_version_flag("--version", versionText);
     app.require_subcommand(1);
+    addDiffVerb(app, outcome);
+    addRunVerb(app, outcome);
+    addShellVerb(app, outcome);
+    addTypesVerb(app, outcome);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
