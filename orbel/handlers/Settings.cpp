@@ -39,19 +39,37 @@ constexpr Key keys[] = {
     {"CheckImageIfExists", [](Settings& to, std::string_view value) { to.checkImageIfExists = readFlag(value); }},
 };
 
-void readLine(Settings& settings, std::string_view line) {
+struct LineMeaning {
+    SettingUse use;
+    std::string_view key;
+};
+
+LineMeaning readLine(Settings& settings, std::string_view line) {
     const std::size_t equals = line.find('=');
-    if (line.substr(0, 1) == "#" || equals == std::string_view::npos)
-        return;
+    if (line.substr(0, 1) == "#")
+        return {SettingUse::comment, {}};
+    if (equals == std::string_view::npos)
+        return {SettingUse::withoutEquals, {}};
     for (const Key& key : keys)
         // Contract: a longer word that begins with the name is the key too; settings files in use rely on it.
         if (text::equalsIgnoringCase(line.substr(0, key.name.size()), key.name)) {
             key.store(settings, line.substr(equals + 1));
-            return;
+            return {SettingUse::setting, key.name};
         }
+    return {SettingUse::unknownKey, {}};
 }
 
 } // namespace
+
+bool readSettingsFile(const char* path, Settings& settings, SettingsListener* listener) {
+    text::LineReader lines(files::openText(path), maxLineLength);
+    while (const auto line = lines.next()) {
+        const LineMeaning meaning = readLine(settings, *line);
+        if (listener)
+            listener->onLine(*line, meaning.use, meaning.key);
+    }
+    return lines.isOpen();
+}
 
 void readSettings(Settings& settings) {
     if (settings.areRead)
@@ -60,8 +78,6 @@ void readSettings(Settings& settings) {
     read.areRead = true;
     read.multiOrbel = 0;
     setFolder(read, ".");
-    text::LineReader lines(files::openText("./Orbel.ini"), maxLineLength);
-    while (const auto line = lines.next())
-        readLine(read, *line);
+    readSettingsFile("./Orbel.ini", read, nullptr);
     settings = read;
 }

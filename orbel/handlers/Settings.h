@@ -1,6 +1,8 @@
 #ifndef ORBEL_HANDLERS_SETTINGS_H
 #define ORBEL_HANDLERS_SETTINGS_H
 
+#include <string_view>
+
 /// What the settings file says.
 struct Settings {
     bool areRead = false;
@@ -11,6 +13,21 @@ struct Settings {
     bool checkImageIfExists = true;
     char configurationFolder[512] = ".";
 };
+
+enum class SettingUse { comment, withoutEquals, unknownKey, setting };
+
+/// Hears what becomes of the lines of a settings file.
+class SettingsListener {
+public:
+    virtual ~SettingsListener() = default;
+
+    /// Once for each line, with its line end, or for each piece of a line that is too long. `key` is the name of the
+    /// setting, empty when there is none. Views are valid during the call.
+    virtual void onLine(std::string_view line, SettingUse use, std::string_view key) = 0;
+};
+
+/// Reads a file over the settings; the listener may be null. False when the file cannot be opened.
+bool readSettingsFile(const char* path, Settings& settings, SettingsListener* listener);
 
 /// Reads "./Orbel.ini" over the defaults, which stay when there is none; once, whatever the file sets. Also sets what
 /// DataObject keeps of the settings: the folder of type files and the number of extra types.

@@ -2,13 +2,15 @@
 
 #include <orbel/foundation/AutoLock.h>
 
+#include "PrintingTableListener.h"
 #include "TableFile.h"
 #include "TableText.h"
 
 #include <cstdlib>
-#include <iostream>
 
 namespace {
+
+using tables::LineUse;
 
 constexpr std::size_t shortestLine = 3;
 
@@ -22,10 +24,10 @@ std::vector<std::string> fieldsOf(std::string_view line) {
 } // namespace
 
 AllPluginPreSets::AllPluginPreSets(std::string_view folder) {
-    const QX::AutoLock hold(m_lock);
+    tables::PrintingTableListener listener("PreSets", "plugin");
     const char* variable = std::getenv("QX_OBJECTS_DIR");
     // Contract: always a slash, and the folder as it is written.
-    readFile((variable ? std::string(variable) : std::string(folder)) + "/QX_PreSets.csv");
+    readFile((variable ? std::string(variable) : std::string(folder)) + "/QX_PreSets.csv", listener);
 }
 
 PluginPreSets* AllPluginPreSets::find(std::string_view pluginName) const {
@@ -33,27 +35,47 @@ PluginPreSets* AllPluginPreSets::find(std::string_view pluginName) const {
     return plugin == m_plugins.end() ? nullptr : plugin->second.get();
 }
 
-void AllPluginPreSets::readFile(const std::string& path) {
-    tables::TableFile file(path, shortestLine);
-    if (!file.isOpen())
-        return;
-    std::cout << "\nReading Orbel PreSets file " << path << std::endl;
+void AllPluginPreSets::readFile(const std::string& path, tables::TableListener& listener) {
+    const QX::AutoLock hold(m_lock);
+    tables::TableFile file(path, shortestLine, listener);
     PluginPreSets* current = nullptr;
     while (const auto line = file.next()) {
+        std::string_view name;
+        LineUse use = LineUse::rowOutside;
         if (const auto plugin = tables::readName(*line, "__PLUGIN__")) {
-            if (!plugin->empty())
-                current = &presetsFor(*plugin);
+            name = *plugin;
+            use = openSection(name, current);
         } else if (current) {
-            current->readLine(fieldsOf(*line));
+            use = readLine(*line, *current, name);
         }
+        listener.onLine(*line, use, name);
     }
 }
 
-PluginPreSets& AllPluginPreSets::presetsFor(std::string_view pluginName) {
+LineUse AllPluginPreSets::openSection(std::string_view pluginName, PluginPreSets*& current) {
+    if (pluginName.empty())
+        return LineUse::sectionWithoutName;
     auto [plugin, isNew] = m_plugins.try_emplace(std::string(pluginName));
-    if (isNew) {
+    if (isNew)
         plugin->second = std::make_unique<PluginPreSets>();
-        std::cout << "    Adding plugin : " << pluginName << std::endl;
-    }
-    return *plugin->second;
+    const bool isCurrent = current == plugin->second.get();
+    current = plugin->second.get();
+    if (isNew)
+        return LineUse::sectionNew;
+    return isCurrent ? LineUse::sectionCurrent : LineUse::sectionAgain;
+}
+
+/// `name` becomes that of a preset.
+LineUse AllPluginPreSets::readLine(std::string_view line, PluginPreSets& presets, std::string_view& name) {
+    const bool isHeader = presets.m_nameColumn == PluginPreSets::noHeader;
+    const std::size_t rows = presets.m_rows.size();
+    presets.readLine(fieldsOf(line));
+    if (presets.m_nameColumn < 0)
+        return isHeader ? LineUse::headerWithoutName : LineUse::rowWithoutHeader;
+    if (isHeader)
+        return LineUse::header;
+    if (presets.m_rows.size() == rows)
+        return LineUse::rowTooShort;
+    name = presets.m_rows.back()[static_cast<std::size_t>(presets.m_nameColumn)];
+    return LineUse::row;
 }

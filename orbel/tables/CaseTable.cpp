@@ -4,24 +4,34 @@
 #include "../foundation/text/Scanner.h"
 #include "TableText.h"
 
-CaseTable::CaseTable(const char* path) {
+using tables::LineUse;
+
+CaseTable::CaseTable(const char* path, tables::TableListener* listener) {
     text::LineReader lines(files::openText(path), tables::maxLineLength);
-    while (const auto line = lines.next())
-        readLine(*line);
+    if (listener && lines.isOpen())
+        listener->onFile(path);
+    while (const auto line = lines.next()) {
+        const LineUse use = readLine(*line);
+        if (listener)
+            listener->onLine(*line, use, {});
+    }
 }
 
-void CaseTable::readLine(std::string_view line) {
+LineUse CaseTable::readLine(std::string_view line) {
     if (line.empty() || line.front() == '#')
-        return;
+        return LineUse::skipped;
     const auto fields = tables::splitFields(line, ';');
     if (fields.size() < 2)
-        return;
+        return LineUse::pairTooShort;
     const unsigned upper = text::readHexadecimal(fields.front());
     const unsigned lower = text::readHexadecimal(fields[fields.size() - 2]);
     if (upper == 0 || lower == 0)
-        return;
-    m_upper.try_emplace(lower, upper);
-    m_lower.try_emplace(upper, lower);
+        return LineUse::pairWithoutCode;
+    const bool isUpperNew = m_upper.try_emplace(lower, upper).second;
+    const bool isLowerNew = m_lower.try_emplace(upper, lower).second;
+    if (isUpperNew && isLowerNew)
+        return LineUse::pair;
+    return isUpperNew || isLowerNew ? LineUse::pairHalf : LineUse::pairAgain;
 }
 
 bool CaseTable::convert(const Pairs& pairs, wchar_t& character) {

@@ -1,57 +1,90 @@
 #include "ConversionTables.h"
 
 #include "../foundation/text/Scanner.h"
+#include "PrintingTableListener.h"
 #include "TableFile.h"
 #include "TableText.h"
 
 #include <cstdlib>
-#include <iostream>
 
 namespace {
+
+using tables::LineUse;
 
 constexpr std::string_view defaultKey = "__DEFAULT__";
 constexpr std::string_view delimiterMarker = "__DELIMITER__";
 constexpr std::size_t maxDelimiters = 15;
 
-/// Takes the lines of one file apart; tells what it meets.
+/// Adds the lines of one file to tables.
 class Reader {
 public:
-    template <class OnTable, class OnRow>
-    void read(std::string_view line, OnTable onTable, OnRow onRow) {
+    Reader(ConversionTables::Tables& tables, tables::TableListener& listener)
+        : m_tables(tables), m_listener(listener) {}
+
+    void read(std::string_view line) {
         // Most lines are no marker, and need not be compared with each.
         const bool mayBeMarker = line.starts_with('_');
-        if (const auto table = mayBeMarker ? tables::readName(line, "__TABLE__") : std::nullopt) {
-            if (!table->empty())
-                onTable(*table);
-        } else if (!mayBeMarker || !readDelimiter(line)) {
-            readRow(line, onRow);
-        }
+        if (const auto table = mayBeMarker ? tables::readName(line, "__TABLE__") : std::nullopt)
+            m_listener.onLine(line, openTable(*table), *table);
+        else if (!mayBeMarker || !readDelimiter(line))
+            readRow(line);
     }
 
 private:
+    LineUse openTable(std::string_view name) {
+        if (name.empty())
+            return LineUse::sectionWithoutName;
+        const auto [table, isNew] = m_tables.try_emplace(std::string(name));
+        const bool isCurrent = m_current == &table->second;
+        m_current = &table->second;
+        if (isNew)
+            return LineUse::sectionNew;
+        return isCurrent ? LineUse::sectionCurrent : LineUse::sectionAgain;
+    }
+
     bool readDelimiter(std::string_view line) {
         if (line.substr(0, delimiterMarker.size()) != delimiterMarker || line.size() <= delimiterMarker.size())
             return false;
-        if (line.find(',') == std::string_view::npos) {
-            // Contract: only the first of the delimiters goes; files in use rely on the line end staying one.
-            m_delimiters.replace(0, 1, ",");
-        } else {
-            text::cutToken(line, ",");
-            if (const auto token = text::cutToken(line, ","))
-                m_delimiters = token->substr(0, maxDelimiters);
-        }
+        const bool isChanged = changeDelimiters(line);
         m_delimiterSet = std::string_view(m_delimiters);
+        m_listener.onLine(line, isChanged ? LineUse::delimiters : LineUse::delimitersUnchanged, m_delimiters);
         return true;
     }
 
-    template <class OnRow>
-    void readRow(std::string_view line, OnRow onRow) const {
-        const auto key = text::cutToken(line, m_delimiterSet);
-        const auto value = text::cutToken(line, m_delimiterSet);
-        if (key && value)
-            onRow(tables::normalizeKey(*key), tables::normalizeValue(*value));
+    bool changeDelimiters(std::string_view line) {
+        std::string delimiters = m_delimiters;
+        if (line.find(',') == std::string_view::npos) {
+            // Contract: only the first of the delimiters goes; files in use rely on the line end staying one.
+            delimiters.replace(0, 1, ",");
+        } else {
+            text::cutToken(line, ",");
+            if (const auto token = text::cutToken(line, ","))
+                delimiters = token->substr(0, maxDelimiters);
+        }
+        delimiters.swap(m_delimiters);
+        return delimiters != m_delimiters;
     }
 
+    void readRow(std::string_view line) {
+        std::string_view rest = line;
+        const auto key = text::cutToken(rest, m_delimiterSet);
+        const auto value = text::cutToken(rest, m_delimiterSet);
+        if (!key || !value)
+            m_listener.onLine(line, LineUse::rowTooShort, {});
+        else if (!m_current)
+            m_listener.onLine(line, LineUse::rowOutside, {});
+        else
+            addRow(line, tables::normalizeKey(*key), tables::normalizeValue(*value));
+    }
+
+    void addRow(std::string_view line, std::string_view key, std::string_view value) {
+        const bool isNew = m_current->try_emplace(std::string(key), value).second;
+        m_listener.onLine(line, isNew ? LineUse::row : LineUse::rowAgain, key);
+    }
+
+    ConversionTables::Tables& m_tables;
+    tables::TableListener& m_listener;
+    ConversionTables::Table* m_current = nullptr;
     std::string m_delimiters = ",";
     text::CharacterSet m_delimiterSet = ",";
 };
@@ -59,36 +92,23 @@ private:
 } // namespace
 
 ConversionTables::ConversionTables(std::string_view folders) {
+    tables::PrintingTableListener listener("Conversion Tables", "table");
     const char* variable = std::getenv("QX_OBJECTS_DIR");
     std::string_view rest = variable ? std::string_view(variable) : folders;
-    while (!rest.empty()) {
-        const std::string folder(text::cutFolder(rest));
-        for (const std::string& name : files::listFolder(folder, "QX_ConvTables", ".csv"))
-            readFile(files::joinPath(folder, name));
-    }
+    while (!rest.empty())
+        readFolder(std::string(text::cutFolder(rest)), listener);
 }
 
-void ConversionTables::readFile(const std::string& path) {
-    tables::TableFile file(path, 0);
-    if (!file.isOpen())
-        return;
-    std::cout << "\nReading Orbel Conversion Tables file " << path << std::endl;
-    Reader reader;
-    Table* current = nullptr;
-    const auto onTable = [&](std::string_view name) { current = &tableFor(name); };
-    const auto onRow = [&](std::string_view key, std::string_view value) {
-        if (current)
-            current->try_emplace(std::string(key), value);
-    };
+void ConversionTables::readFolder(const std::string& folder, tables::TableListener& listener) {
+    for (const std::string& name : files::listFolder(folder, "QX_ConvTables", ".csv"))
+        readFile(files::joinPath(folder, name), listener);
+}
+
+void ConversionTables::readFile(const std::string& path, tables::TableListener& listener) {
+    tables::TableFile file(path, 0, listener);
+    Reader reader(m_tables, listener);
     while (const auto line = file.next())
-        reader.read(*line, onTable, onRow);
-}
-
-ConversionTables::Table& ConversionTables::tableFor(std::string_view name) {
-    const auto [table, isNew] = m_tables.try_emplace(std::string(name));
-    if (isNew)
-        std::cout << "    Adding table : " << name << std::endl;
-    return table->second;
+        reader.read(*line);
 }
 
 const std::string& ConversionTables::lookup(std::string_view tableName, std::string_view value) const {

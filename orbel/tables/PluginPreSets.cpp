@@ -3,7 +3,6 @@
 #include "../foundation/text/FixedText.h"
 
 #include <algorithm>
-#include <iostream>
 #include <utility>
 
 PluginPreSets::PluginPreSets() = default;
@@ -50,6 +49,4 @@ void PluginPreSets::readHeader(const std::vector<std::string>& fields) {
     for (std::size_t index = 0; index < fields.size(); ++index)
         m_columns.try_emplace(fields[index], static_cast<int>(index));
     m_nameColumn = getColumn("Name");
-    if (m_nameColumn == -1)
-        std::cout << "   First line of a PreSer has to include a \"Name\" as one of the variables" << std::endl;
 }
