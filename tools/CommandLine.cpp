@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include <orbel/handlers/IDataHandlerImpl.h>
+#include <tools/check/CheckVerb.h>
 
 #include <CLI/CLI.hpp>
 
@@ -34,6 +35,7 @@ int runCommandLine(int argc, const char* const* argv) {
     Outcome outcome = Outcome::clean;
     app.set_version_flag("--version", versionText);
     app.require_subcommand(1);
+    addCheckVerb(app, outcome);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
