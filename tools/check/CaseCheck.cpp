@@ -62,7 +62,7 @@ void CaseCheck::onLine(std::string_view /*line*/, LineUse use, std::string_view 
 void CaseCheck::checkPair(LineUse use, const Fields& fields) {
     const std::string_view capital = fields.front();
     const std::string_view small = fields[fields.size() - 2];
-    checkFields(';');
+    reportDroppedFields(';');
     if (use == LineUse::pairAgain) {
         report(ruleOf("cases.pair-again"), Effect::none,
                inQuotes(stripped(capital)) + " and " + inQuotes(stripped(small)) + " have partners already");
@@ -101,6 +101,11 @@ void CaseCheck::checkCodes(const Fields& fields) {
     if (isRight(capital) && !capital.empty() && !isRight(small) && isHexadecimal(last)) {
         report(ruleOf("cases.no-final-semicolon"), Effect::none,
                inQuotes(small) + " is taken for the small letter, not " + inQuotes(last));
+        return;
+    }
+    if (!droppedFields(';').empty()) {
+        report(ruleOf("files.too-many-fields"), Effect::none,
+               "this line has more than 64 fields, so the small letter is not the last but one of them");
         return;
     }
     // The line of a letter that has no small one.

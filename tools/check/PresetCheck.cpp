@@ -95,7 +95,7 @@ void PresetCheck::onOtherLine(LineUse use, Effect effect, std::string_view what)
 }
 
 void PresetCheck::checkHeader(bool hasName) {
-    checkFields(',');
+    reportDroppedFields(',');
     const std::vector<std::string_view> columns = fields();
     std::set<std::string_view> seen;
     for (const std::string_view column : columns) {
@@ -115,7 +115,7 @@ void PresetCheck::checkHeader(bool hasName) {
 }
 
 void PresetCheck::checkPreset(std::string_view name) {
-    checkFields(',');
+    reportDroppedFields(',');
     const std::vector<std::string_view> values = fields();
     const std::vector<std::string>& header = current().header;
     const std::string_view text = stripped(line());

@@ -77,7 +77,7 @@ inline constexpr Rule allRules[] = {
      "\"//\"."},
     {"types.statement-without-equals", Severity::error, "A statement without \"=\" is ignored.",
      "Write \"NAME = {...};\", or begin a remark with \"//\"."},
-    {"types.surplus-brace", Severity::error, "A \"}\" has no \"{\"; the rest of the file is one statement.",
+    {"types.surplus-brace", Severity::error, "A \"}\" has no \"{\", so its statement goes on behind the \";\".",
      "Remove the \"}\"."},
     {"types.text-before-brace", Severity::error, "Text before \"{\" is ignored.",
      "Remove the text between \"=\" and \"{\"."},

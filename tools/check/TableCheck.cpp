@@ -124,9 +124,11 @@ void TableCheck::checkDelimiterToken(Effect effect, std::string_view token) {
 }
 
 void TableCheck::checkRow(std::string_view key) {
-    if (looksLikeComment())
+    if (looksLikeComment()) {
         report(ruleOf("tables.comment-is-row"), Effect::other,
                "there are no such comments; this is a row with the key " + inQuotes(key));
+        return;
+    }
     const text::CharacterSet delimiters = std::string_view(m_delimiters);
     std::string_view rest = line();
     const std::string_view keyToken = text::cutToken(rest, delimiters).value_or("");

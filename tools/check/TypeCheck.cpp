@@ -156,36 +156,28 @@ void TypeCheck::onTypeRead(std::string_view statement, DataObjectType& /*type*/)
         report(ruleOf("types.type-without-fields"), Effect::other, m_typeName,
                "the type " + inQuotes(m_typeName) + " has no fields");
     checkEmptyStatements(statement);
-    checkStatementEnd(statement);
+    checkNesting(statement);
     m_inType = false;
     m_fieldsAdded = 0;
     m_parts.clear();
     m_lastDefault = {};
 }
 
-/// A statement that leaves a brace or quotes open runs to the end of the file.
-void TypeCheck::checkStatementEnd(std::string_view statement) {
-    const std::string_view kept = m_file->source.kept();
-    if (offsetIn(kept, statement) + statement.size() < kept.size())
-        return;
+/// A statement that leaves a brace or quotes open, or closes too many, does not end at its ";".
+void TypeCheck::checkNesting(std::string_view statement) {
     const Unbalanced unbalanced = findUnbalanced(statement);
-    const std::string_view mark = statement.substr(unbalanced.at, unbalanced.at < statement.size() ? 1 : 0);
-    switch (unbalanced.kind) {
-    case Unbalanced::Kind::none:
-        break;
-    case Unbalanced::Kind::unclosedBrace:
+    if (unbalanced.kind == Unbalanced::Kind::none)
+        return;
+    const std::string_view mark = statement.substr(unbalanced.at, 1);
+    if (unbalanced.kind == Unbalanced::Kind::unclosedBrace)
         report(ruleOf("types.unclosed-brace"), Effect::other, mark,
                "this \"{\" is not closed, so the statement goes on to the end of the file");
-        break;
-    case Unbalanced::Kind::surplusBrace:
+    else if (unbalanced.kind == Unbalanced::Kind::surplusBrace)
         report(ruleOf("types.surplus-brace"), Effect::other, mark,
-               "this \"}\" closes nothing, so the statement goes on to the end of the file");
-        break;
-    case Unbalanced::Kind::unclosedQuotes:
+               "this \"}\" closes nothing, so the statement goes on behind its \";\"");
+    else
         report(ruleOf("types.unclosed-quotes"), Effect::other, statement.substr(unbalanced.at, 2),
                "these doubled quotes are not closed, so the statement goes on to the end of the file");
-        break;
-    }
 }
 
 /// The parser tells nothing of a ";" in a body that ends no statement.
@@ -356,7 +348,9 @@ void TypeCheck::onStatementIgnored(std::string_view statement) {
                Effect::none, text, inQuotes(text) + " has no \"=\" and is ignored");
     else if (end < kept.size())
         report(ruleOf("types.empty-statement"), Effect::other, kept.substr(end, 1), "this \";\" ends no statement");
-    checkStatementEnd(statement);
+    // One that closes too much is reported already.
+    if (findUnbalanced(statement).kind != Unbalanced::Kind::surplusBrace)
+        checkNesting(statement);
 }
 
 /// On the same line.
@@ -419,7 +413,9 @@ void TypeCheck::onBodyTextIgnored(std::string_view text) {
     const std::size_t at = m_file->source.offsetOf(text);
     const bool isBehind = kept.substr(from, at - from).find('{') != std::string_view::npos;
     const std::size_t equals = shown.find('=');
-    if (isBehind && equals != std::string_view::npos && shown.find('{', equals) != std::string_view::npos)
+    const bool isType = equals != std::string_view::npos && shown.find('{', equals) != std::string_view::npos &&
+                        shown.substr(0, equals).find_first_of("{};") == std::string_view::npos;
+    if (isBehind && isType)
         report(ruleOf("types.missing-semicolon"), Effect::none, shown,
                "this is ignored, because the type " + inQuotes(m_typeName) + " before it is not ended by \";\"");
     else if (isBehind)

@@ -74,7 +74,7 @@ private:
 
     void checkFile();
     void checkTypeName(std::string_view name);
-    void checkStatementEnd(std::string_view statement);
+    void checkNesting(std::string_view statement);
     void checkEmptyStatements(std::string_view statement);
     static FieldParts partsOf(std::string_view statement);
     void checkName(const FieldParts& parts);
