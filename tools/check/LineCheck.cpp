@@ -69,21 +69,16 @@ void LineCheck::report(const Rule& rule, Effect effect, const LinePlace& place, 
     m_findings.add({&rule, effect, place.file, place.from, place.to, message});
 }
 
-std::string_view LineCheck::droppedFields(char separator) const {
+void LineCheck::reportDroppedFields(char separator) {
     std::string_view rest = m_line;
     for (std::size_t field = 0; field < tables::maxFields; ++field) {
         const std::size_t at = rest.find(separator);
         if (at == std::string_view::npos)
-            return {};
+            return;
         rest.remove_prefix(at + 1);
     }
-    return stripped(rest);
-}
-
-void LineCheck::reportDroppedFields(char separator) {
-    const std::string_view dropped = droppedFields(separator);
-    if (!dropped.empty())
-        report(ruleOf("files.too-many-fields"), Effect::none, dropped,
+    if (!stripped(rest).empty())
+        report(ruleOf("files.too-many-fields"), Effect::none, stripped(rest),
                "this line has more than 64 fields; the rest is dropped");
 }
 

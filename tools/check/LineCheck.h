@@ -39,8 +39,7 @@ protected:
     /// `part` is a view into line().
     void report(const Rule& rule, Effect effect, std::string_view part, const std::string& message);
     void report(const Rule& rule, Effect effect, const LinePlace& place, const std::string& message);
-    /// What stands behind the sixty-fourth field, without blanks around it.
-    std::string_view droppedFields(char separator) const;
+    /// What stands behind the sixty-fourth field.
     void reportDroppedFields(char separator);
     /// From the next line to the end of the file; nothing when all that is blank.
     void reportRest(const Rule& rule, Effect effect, const std::string& message);

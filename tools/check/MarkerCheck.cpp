@@ -58,8 +58,11 @@ void MarkerCheck::onLine(std::string_view /*line*/, LineUse use, std::string_vie
         report(ruleOf("markers.section-again"), effect, inQuotes(what) + " is what the lines belong to already");
         break;
     case LineUse::sectionNew:
+        checkMarkerLine(m_section);
+        break;
     case LineUse::sectionAgain:
         checkMarkerLine(m_section);
+        onSectionAgain();
         break;
     case LineUse::sectionWithoutName:
         report(ruleOf("markers.without-name"), effect, inQuotes(m_section) + " has no name here, and is ignored");

@@ -22,6 +22,8 @@ protected:
     virtual void remember(tables::LineUse use, std::string_view what) = 0;
     /// A line that is neither a section nor a version nor a comment, unless something else was said about it.
     virtual void onOtherLine(tables::LineUse use, Effect effect, std::string_view what) = 0;
+    /// A section that goes on.
+    virtual void onSectionAgain() {}
     /// What the line is that a marker was meant to be.
     virtual std::string_view kindOf(tables::LineUse use) const = 0;
 

@@ -26,6 +26,11 @@ void PresetCheck::read(const std::string& path) {
     m_presets.readFile(path, *this);
 }
 
+void PresetCheck::onFile(const std::string& path) {
+    MarkerCheck::onFile(path);
+    m_isInSection = false;
+}
+
 std::string_view PresetCheck::kindOf(LineUse use) const {
     switch (use) {
     case LineUse::header:
@@ -47,15 +52,27 @@ std::vector<std::string_view> PresetCheck::fields() const {
 void PresetCheck::remember(LineUse use, std::string_view what) {
     m_before = nullptr;
     if (use == LineUse::sectionNew || use == LineUse::sectionAgain) {
+        m_pluginBefore = m_isInSection ? &current() : nullptr;
+        m_isInSection = true;
         m_plugin = what;
     } else if (use == LineUse::header || use == LineUse::headerWithoutName) {
         const auto columns = fields();
         current().header.assign(columns.begin(), columns.end());
         current().headerPlace = place();
+        current().isHeadless = use == LineUse::headerWithoutName;
     } else if (use == LineUse::row) {
         const auto [before, isNew] = current().presets.try_emplace(std::string(what), place());
         m_before = isNew ? nullptr : &before->second;
     }
+}
+
+/// Between two sections whose presets are all dropped it makes no difference where a preset stands.
+void PresetCheck::onSectionAgain() {
+    if (current().isHeadless)
+        report(ruleOf("presets.row-dropped"),
+               m_pluginBefore && m_pluginBefore->isHeadless ? Effect::none : Effect::other,
+               "the presets behind this line are dropped, because the header of " + inQuotes(m_plugin) + " in " +
+                   nameOf(current().headerPlace) + " has no column \"Name\"");
 }
 
 void PresetCheck::onOtherLine(LineUse use, Effect effect, std::string_view what) {

@@ -22,9 +22,13 @@ private:
     struct Plugin {
         std::vector<std::string> header;
         LinePlace headerPlace;
+        /// Its header has no column "Name".
+        bool isHeadless = false;
         std::map<std::string, LinePlace, std::less<>> presets;
     };
 
+    void onFile(const std::string& path) override;
+    void onSectionAgain() override;
     void remember(tables::LineUse use, std::string_view what) override;
     void onOtherLine(tables::LineUse use, Effect effect, std::string_view what) override;
     std::string_view kindOf(tables::LineUse use) const override;
@@ -37,7 +41,10 @@ private:
 
     AllPluginPreSets m_presets;
     std::map<std::string, Plugin, std::less<>> m_plugins;
+    bool m_isInSection = false;
     std::string m_plugin;
+    /// The section before the current one; null when there is none in the file.
+    const Plugin* m_pluginBefore = nullptr;
     /// The preset of this name that the current line repeats.
     const LinePlace* m_before = nullptr;
 };

@@ -6,6 +6,7 @@
 #include "WholeFile.h"
 
 #include <algorithm>
+#include <set>
 
 using tables::LineUse;
 
@@ -16,6 +17,12 @@ constexpr std::string_view delimiterMarker = "__DELIMITER__";
 constexpr std::string_view tableMarkers[] = {tableMarker, delimiterMarker, "__VERSION__", "__PLUGIN__"};
 constexpr std::size_t maxDelimiters = 15;
 constexpr std::string_view lineEnds = "\r\n";
+
+/// The order counts for the first only, which a marker without a comma replaces.
+bool isSame(std::string_view delimiters, std::string_view others) {
+    const std::set<char> rest(delimiters.begin() + 1, delimiters.end());
+    return delimiters.front() == others.front() && rest == std::set<char>(others.begin() + 1, others.end());
+}
 
 } // namespace
 
@@ -84,6 +91,10 @@ void TableCheck::reportIgnored(LineUse use, Effect effect) {
 }
 
 void TableCheck::checkDelimiters(Effect effect, std::string_view delimiters) {
+    if (delimiters != m_delimiters && isSame(delimiters, m_delimiters)) {
+        report(ruleOf("tables.delimiter-unchanged"), Effect::none, "the delimiters are these already");
+        return;
+    }
     if (line().find(',') == std::string_view::npos) {
         checkNoComma(effect, delimiters);
         return;
