@@ -86,13 +86,17 @@ Json ruleToSarif(const Rule& rule) {
             {"defaultConfiguration", {{"level", nameOf(rule.severity)}}}};
 }
 
+std::string sentence(const std::string& message) {
+    return message + (message.ends_with('?') ? " " : ". ");
+}
+
 Json findingToSarif(const Finding& finding) {
     const Json location = {
         {"physicalLocation", {{"artifactLocation", {{"uri", uriOf(finding.file)}}}, {"region", regionOf(finding)}}}};
     return {{"ruleId", finding.rule->id},
             {"ruleIndex", finding.rule - std::begin(allRules)},
             {"level", nameOf(finding.rule->severity)},
-            {"message", {{"text", finding.message + ". " + std::string(finding.rule->remedy)}}},
+            {"message", {{"text", sentence(finding.message) + std::string(finding.rule->remedy)}}},
             {"locations", Json::array({location})}};
 }
 

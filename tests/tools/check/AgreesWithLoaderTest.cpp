@@ -282,8 +282,8 @@ TEST(AgreesWithLoader, InConversionTables) {
     const LineFormat format{"QX_ConvTables.csv",
                             1'023,
                             load,
-                            {rows, "__TABLE__,\x03\n__DELIMITER__\n" + rows, "__TABLE__,\x03\n" + rows,
-                             versionOfCommas + "__TABLE__,\x03\n"},
+                            {rows, "__DELIMITER__,;\n" + rows, "__TABLE__,\x03\n__DELIMITER__\n" + rows,
+                             "__TABLE__,\x03\n" + rows, versionOfCommas + "__TABLE__,\x03\n"},
                             [](std::string_view line) { return line.starts_with(','); }};
     play(format, lines, characters);
 }
