@@ -63,8 +63,8 @@ function(orbel_add_test_executable name library)
     target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
     target_compile_definitions(${name} PRIVATE ORBEL_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
     if(ORBEL_TEST_FORKS)
-        target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/mutation/ForkingMain.cpp")
-        set_source_files_properties("${PROJECT_SOURCE_DIR}/tests/mutation/ForkingMain.cpp"
+        target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests/support/ForkingMain.cpp")
+        set_source_files_properties("${PROJECT_SOURCE_DIR}/tests/support/ForkingMain.cpp"
                                     PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
         target_link_libraries(${name} PRIVATE ${library} GTest::gtest)
     else()
@@ -79,12 +79,18 @@ function(orbel_add_test_executable name library)
         set_property(GLOBAL PROPERTY orbel_precompiled_with_${library} ${name})
     endif()
     if(ORBEL_TEST_FORKS)
-        add_test(NAME ${name} COMMAND ${name} --all --patient --gtest_brief=1)
-        return()
+        # All at once, in four shares, beside each by itself.
+        foreach(share RANGE 3)
+            add_test(NAME ${name}.share_${share} COMMAND ${name} --forks --all --patient --gtest_brief=1)
+            set_tests_properties(${name}.share_${share}
+                                 PROPERTIES LABELS whole TIMEOUT 3600 ENVIRONMENT
+                                            "GTEST_SHARD_INDEX=${share};GTEST_TOTAL_SHARDS=4")
+        endforeach()
     endif()
     gtest_discover_tests(
         ${name}
         TEST_PREFIX "${name}."
         NO_PRETTY_VALUES
+        PROPERTIES LABELS single
         DISCOVERY_TIMEOUT 120)
 endfunction()

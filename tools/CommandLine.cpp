@@ -1,7 +1,12 @@
 #include "CommandLine.h"
 
+#include "check/CheckVerb.h"
+#include "diff/DiffVerb.h"
+#include "shell/RunVerb.h"
+#include "shell/ShellVerb.h"
+#include "types/TypesVerb.h"
+
 #include <orbel/handlers/IDataHandlerImpl.h>
-#include <tools/check/CheckVerb.h>
 
 #include <CLI/CLI.hpp>
 
@@ -36,6 +41,10 @@ int runCommandLine(int argc, const char* const* argv) {
     app.set_version_flag("--version", versionText);
     app.require_subcommand(1);
     addCheckVerb(app, outcome);
+    addDiffVerb(app, outcome);
+    addRunVerb(app, outcome);
+    addShellVerb(app, outcome);
+    addTypesVerb(app, outcome);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

@@ -246,7 +246,7 @@ class Library:
 
     def link_all(self):
         subprocess.run(["c++", "-std=c++20", "-isystem", "/usr/src/googletest/googletest/include", "-c", "-o",
-                        self.folder / "runner.o", root / "tests/mutation/ForkingMain.cpp"], check=True)
+                        self.folder / "runner.o", root / "tests/support/ForkingMain.cpp"], check=True)
         for name in ["OrbelLib"] + public + internal:
             if not self.link(name):
                 sys.exit(f"mutate: {name} cannot be linked")
@@ -263,7 +263,8 @@ class Suite:
 
     def measure(self, library):
         start = time.monotonic()
-        code, output = run([library.executable(self.name), "--all", "--gtest_brief=1"], 600, library.environment)
+        code, output = run([library.executable(self.name), "--forks", "--all", "--gtest_brief=1"], 600,
+                           library.environment)
         self.seconds = time.monotonic() - start
         self.left_out = re.findall(r"^failed: (\S+)$", output, re.MULTILINE)
         slow = re.findall(r"^slow: (\S+)$", output, re.MULTILINE)
@@ -273,8 +274,8 @@ class Suite:
 
     def first_failure(self, library, slow):
         chosen = ["--only", *self.slow] if slow else self.left_out + self.slow
-        code, output = run([library.executable(self.name), "--gtest_brief=1", *chosen], 60 + 5 * self.seconds,
-                           library.environment)
+        code, output = run([library.executable(self.name), "--forks", "--gtest_brief=1", *chosen],
+                           60 + 5 * self.seconds, library.environment)
         if code == 0:
             return None
         failed = re.search(r"^failed: (\S+)$", output, re.MULTILINE)
