@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "check/CheckVerb.h"
 #include "diff/DiffVerb.h"
 #include "shell/RunVerb.h"
 #include "shell/ShellVerb.h"
@@ -39,6 +40,7 @@ int runCommandLine(int argc, const char* const* argv) {
     Outcome outcome = Outcome::clean;
     app.set_version_flag("--version", versionText);
     app.require_subcommand(1);
+    addCheckVerb(app, outcome);
     addDiffVerb(app, outcome);
     addRunVerb(app, outcome);
     addShellVerb(app, outcome);
