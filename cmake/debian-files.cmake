@@ -23,6 +23,12 @@ if(pages)
     execute_process(COMMAND gzip -9n ${pages} COMMAND_ERROR_IS_FATAL ANY)
 endif()
 
+# Debian's zsh looks for those of packages here.
+set(zsh "${staging}/tools/usr/share/zsh")
+if(EXISTS "${zsh}/site-functions")
+    file(RENAME "${zsh}/site-functions" "${zsh}/vendor-completions")
+endif()
+
 set(scratch "${CPACK_TEMPORARY_DIRECTORY}/shlibdeps")
 file(WRITE "${scratch}/debian/control" "Source: orbellib\n\nPackage: orbellib\nArchitecture: any\n")
 execute_process(
