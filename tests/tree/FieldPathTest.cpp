@@ -56,6 +56,8 @@ struct ReadRow {
     const char* path;
     int flag;
     DataField* (*expected)(SceneTree&);
+
+    friend void PrintTo(const ReadRow& row, std::ostream* os) { *os << row.path; }
 };
 
 class PathToAField : public testing::TestWithParam<ReadRow> {};

@@ -43,7 +43,7 @@ std::vector<std::string> namesNear(std::string_view written, const std::vector<s
     std::vector<std::pair<std::size_t, std::string>> near;
     for (const std::string& name : names) {
         const std::string other = inSmallLetters(std::string_view(name).substr(0, longest));
-        const std::size_t lengths = std::max(small.size(), other.size()) - std::min(small.size(), other.size());
+        const std::size_t lengths = std::max(written.size(), name.size()) - std::min(written.size(), name.size());
         if (lengths > limit)
             continue;
         const std::size_t distance = distanceOf(small, other);

@@ -7,6 +7,8 @@ struct SegmentRow {
     std::optional<std::string_view> kind;
     std::string_view name;
     std::optional<std::string_view> indexText;
+
+    friend void PrintTo(const SegmentRow& row, std::ostream* os) { *os << row.segment; }
 };
 
 class Segment : public testing::TestWithParam<SegmentRow> {};
