@@ -294,11 +294,14 @@ TEST(AgreesWithLoader, InPresets) {
         AllPluginPreSets presets;
         NoListener listener;
         presets.readFile(folder.write("QX_PreSets.csv", bytes), listener);
-        std::set<std::string> names{"\x01", "Name"};
+        std::set<std::string> names{"", "\x01", "Name"};
         for (const std::string& line : linesOf(bytes))
             for (std::size_t from = 0; from <= line.size();) {
                 const std::size_t end = std::min(line.find(',', from), line.size());
-                names.insert(line.substr(from, end - from).c_str());
+                std::string name = line.substr(from, end - from);
+                while (name.ends_with('\r'))
+                    name.pop_back();
+                names.insert(name.c_str());
                 from = end + 1;
             }
         std::string state;
