@@ -48,9 +48,9 @@ private:
     std::map<std::string, std::vector<std::string>> m_columns;
 };
 
-class Reader {
+class FolderReader {
 public:
-    explicit Reader(fs::path folder) : m_folder(std::move(folder)) {}
+    explicit FolderReader(fs::path folder) : m_folder(std::move(folder)) {}
 
     Facts read() {
         readSettings();
@@ -174,5 +174,5 @@ Facts readConfiguration(const std::string& folder) {
     const fs::directory_iterator entries(folder, unreadable);
     if (unreadable)
         throw Trouble("cannot read " + folder);
-    return Reader(folder).read();
+    return FolderReader(folder).read();
 }

@@ -21,7 +21,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-struct Options {
+struct DiffOptions {
     std::string before;
     std::string after;
     bool json = false;
@@ -50,7 +50,7 @@ Facts readFacts(const std::string& path) {
     }
 }
 
-std::vector<Difference> compare(const Facts& before, const Facts& after) {
+std::vector<Difference> compareFacts(const Facts& before, const Facts& after) {
     std::vector<Difference> differences;
     auto left = before.begin();
     auto right = after.begin();
@@ -99,7 +99,7 @@ const char* colourOf(char kind) {
     return kind == '+' ? "\033[32m" : "\033[33m";
 }
 
-void print(const std::vector<Difference>& differences) {
+void printLines(const std::vector<Difference>& differences) {
     const bool hasColours = terminal::hasColours(stdout);
     for (const Difference& difference : differences) {
         if (hasColours)
@@ -125,25 +125,25 @@ void printJson(const std::vector<Difference>& differences) {
     std::cout << all.dump(2, ' ', false, Json::error_handler_t::replace) << '\n';
 }
 
-Outcome diff(const Options& options) {
+Outcome diffFacts(const DiffOptions& options) {
     if (isFolder(options.before) != isFolder(options.after))
         throw Trouble("a folder and a file are not compared: " + options.before + ", " + options.after);
     Facts before = readFacts(options.before);
     Facts after = readFacts(options.after);
     joinWhereTheOtherHasJoined(before, after);
     joinWhereTheOtherHasJoined(after, before);
-    const std::vector<Difference> differences = compare(before, after);
+    const std::vector<Difference> differences = compareFacts(before, after);
     if (options.json)
         printJson(differences);
     else
-        print(differences);
+        printLines(differences);
     return differences.empty() ? Outcome::clean : Outcome::findings;
 }
 
 } // namespace
 
 void addDiffVerb(CLI::App& app, Outcome& outcome) {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<DiffOptions>();
     CLI::App* verb = app.add_subcommand("diff", "Compares two dumps, or two folders of an operator, by their meaning");
     verb->add_option("A", options->before, "A file with a dump, as text or JSON, or a folder")
         ->type_name(" ")
@@ -161,5 +161,5 @@ void addDiffVerb(CLI::App& app, Outcome& outcome) {
                  "is taken for that, and so are texts that end in \"{\" and tables with commas in their keys;\n"
                  "JSON of orbel run --json tells all of them.\n"
                  "Exit code: 0 when both are the same; 1 when not; 2 when one cannot be read.");
-    verb->callback([options, &outcome] { runVerb("diff", outcome, [&] { return diff(*options); }); });
+    verb->callback([options, &outcome] { runVerb("diff", outcome, [&] { return diffFacts(*options); }); });
 }

@@ -23,7 +23,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-struct Options {
+struct RunOptions {
     std::vector<std::string> files;
     std::vector<std::string> types;
     std::optional<std::string> dump;
@@ -62,9 +62,9 @@ std::vector<DataField*> itemsAt(LiveTree& tree, const std::string& path) {
     return items;
 }
 
-class Dump {
+class TreeDump {
 public:
-    Dump(LiveTree& tree, bool json) : m_tree(tree), m_json(json) {}
+    TreeDump(LiveTree& tree, bool json) : m_tree(tree), m_json(json) {}
 
     /// False when there is nothing at the path.
     bool add(const std::string& path) {
@@ -97,7 +97,7 @@ private:
     Json m_values = Json::object();
 };
 
-Outcome run(const Options& options) {
+Outcome runFiles(const RunOptions& options) {
     LiveTree tree(options.types);
     bool isClean = true;
     const auto complain = [&](const std::string& complaint) {
@@ -111,7 +111,7 @@ Outcome run(const Options& options) {
         shell.runLines(lines, file);
     }
     if (options.dump || options.json) {
-        Dump dump(tree, options.json);
+        TreeDump dump(tree, options.json);
         for (const std::string& path : splitPaths(options.dump.value_or("")))
             if (!dump.add(path))
                 complain("--dump: " + effects::nothingAt(tree.root(), path));
@@ -123,7 +123,7 @@ Outcome run(const Options& options) {
 } // namespace
 
 void addRunVerb(CLI::App& app, Outcome& outcome) {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<RunOptions>();
     CLI::App* verb = app.add_subcommand("run", "Runs files of commands on a new tree, and prints what has come of it");
     verb->add_option("FILE", options->files, "Files of commands, one or several in a line; - is standard input")
         ->type_name(" ")
@@ -141,5 +141,5 @@ void addRunVerb(CLI::App& app, Outcome& outcome) {
                  "\n"
                  "A command without effect is told on standard error, as FILE:LINE: and why.\n"
                  "Exit code: 0; 1 when a command had no effect; 2 when a file cannot be read.");
-    verb->callback([options, &outcome] { runVerb("run", outcome, [&] { return run(*options); }); });
+    verb->callback([options, &outcome] { runVerb("run", outcome, [&] { return runFiles(*options); }); });
 }

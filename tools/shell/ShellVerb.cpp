@@ -15,7 +15,7 @@
 
 namespace {
 
-struct Options {
+struct ShellOptions {
     std::vector<std::string> types;
     std::string file;
 };
@@ -27,7 +27,7 @@ void runStart(Shell& shell, const std::string& file) {
     shell.runLines(lines, file);
 }
 
-Outcome talk(LiveTree& tree, const Options& options) {
+Outcome talkWithUser(LiveTree& tree, const ShellOptions& options) {
     const bool hasColours = terminal::hasColours(stderr);
     Shell shell(tree, std::cout, [hasColours](const std::string& complaint) {
         std::cerr << (hasColours ? "\033[31m" : "") << complaint << (hasColours ? "\033[0m" : "") << '\n';
@@ -48,7 +48,7 @@ Outcome talk(LiveTree& tree, const Options& options) {
     return Outcome::clean;
 }
 
-Outcome read(LiveTree& tree, const Options& options) {
+Outcome readLines(LiveTree& tree, const ShellOptions& options) {
     bool isClean = true;
     Shell shell(tree, std::cout, [&](const std::string& complaint) {
         // In the order in which somebody who sends both to one place expects them.
@@ -64,7 +64,7 @@ Outcome read(LiveTree& tree, const Options& options) {
 } // namespace
 
 void addShellVerb(CLI::App& app, Outcome& outcome) {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<ShellOptions>();
     CLI::App* verb = app.add_subcommand("shell", "A live tree in a terminal: commands, dumps, watches");
     verb->add_option("--types", options->types, "Types from a folder or file, instead of where the environment says")
         ->type_name("DIR")
@@ -79,7 +79,7 @@ void addShellVerb(CLI::App& app, Outcome& outcome) {
     verb->callback([options, &outcome] {
         runVerb("shell", outcome, [&] {
             LiveTree tree(options->types);
-            return terminal::isInteractive() ? talk(tree, *options) : read(tree, *options);
+            return terminal::isInteractive() ? talkWithUser(tree, *options) : readLines(tree, *options);
         });
     });
 }

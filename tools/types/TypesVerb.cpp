@@ -20,7 +20,7 @@
 
 namespace {
 
-struct Options {
+struct TypesOptions {
     std::vector<std::string> sources;
     std::string format = "text";
     std::string type;
@@ -46,7 +46,7 @@ void writeText(DataObjectTypesTable& table, const std::string& name) {
     std::cout << std::setfill(' ');
 }
 
-Outcome show(const Options& options) {
+Outcome showTypes(const TypesOptions& options) {
     DataObjectTypesTable table;
     bool isClean = true;
     Schema schema = readSchema(options.sources.empty() ? defaultSources() : options.sources, table,
@@ -73,7 +73,7 @@ Outcome show(const Options& options) {
 } // namespace
 
 void addTypesVerb(CLI::App& app, Outcome& outcome) {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<TypesOptions>();
     CLI::App* verb = app.add_subcommand("types", "The types of files *.qx as text, as a page, as JSON or as a graph");
     verb->add_option("SOURCE", options->sources,
                      "Folders or files; without one where the environment says, or the current folder")
@@ -89,5 +89,5 @@ void addTypesVerb(CLI::App& app, Outcome& outcome) {
                  "\n"
                  "A comment //! above a type or field, or behind it, is its description on pages and in JSON.\n"
                  "Exit code: 0; 1 when a field is left out; 2 when a file cannot be read or there is no such type.");
-    verb->callback([options, &outcome] { runVerb("types", outcome, [&] { return show(*options); }); });
+    verb->callback([options, &outcome] { runVerb("types", outcome, [&] { return showTypes(*options); }); });
 }
