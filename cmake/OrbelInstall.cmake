@@ -1,23 +1,36 @@
 include(CMakePackageConfigHelpers)
 
+# The components become packages. A client that has this project in a subfolder names components itself.
+if(PROJECT_IS_TOP_LEVEL)
+    set(runtime runtime)
+    set(development dev)
+else()
+    set(runtime "${CMAKE_INSTALL_DEFAULT_COMPONENT_NAME}")
+    set(development "${CMAKE_INSTALL_DEFAULT_COMPONENT_NAME}")
+endif()
+
 install(
     TARGETS OrbelLib
     EXPORT OrbelLibTargets
-    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
+    RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT "${runtime}"
     LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}"
-    FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+            COMPONENT "${runtime}"
+            NAMELINK_COMPONENT "${development}"
+    ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT "${development}"
+    FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT "${development}")
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/OrbelLib")
 install(
     EXPORT OrbelLibTargets
     NAMESPACE OrbelLib::
-    DESTINATION "${package_dir}")
+    DESTINATION "${package_dir}"
+    COMPONENT "${development}")
 configure_package_config_file(cmake/OrbelLibConfig.cmake.in "${PROJECT_BINARY_DIR}/OrbelLibConfig.cmake"
                               INSTALL_DESTINATION "${package_dir}")
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/OrbelLibConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES "${PROJECT_BINARY_DIR}/OrbelLibConfig.cmake" "${PROJECT_BINARY_DIR}/OrbelLibConfigVersion.cmake"
-        DESTINATION "${package_dir}")
+        DESTINATION "${package_dir}"
+        COMPONENT "${development}")
 
 # Relative to the file itself, so that an installed tree may be moved or given another prefix at install time.
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
@@ -33,4 +46,36 @@ else()
     set(ORBEL_PC_INCLUDEDIR "\${prefix}/${CMAKE_INSTALL_INCLUDEDIR}")
 endif()
 configure_file(cmake/orbellib.pc.in "${PROJECT_BINARY_DIR}/orbellib.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/orbellib.pc" DESTINATION "${pkgconfig_dir}")
+install(
+    FILES "${PROJECT_BINARY_DIR}/orbellib.pc"
+    DESTINATION "${pkgconfig_dir}"
+    COMPONENT "${development}")
+
+if(NOT PROJECT_IS_TOP_LEVEL)
+    return()
+endif()
+
+# The pages link to each other and to the examples, so they keep their places.
+set(doc_dir "${CMAKE_INSTALL_DOCDIR}")
+if(WIN32)
+    set(doc_dir ".")
+    orbel_compiler_runtime(runtime_dlls)
+    install(
+        FILES ${runtime_dlls}
+        DESTINATION "${CMAKE_INSTALL_BINDIR}"
+        COMPONENT runtime)
+    configure_file(cmake/README-SDK.txt.in "${PROJECT_BINARY_DIR}/README-SDK.txt" @ONLY NEWLINE_STYLE CRLF)
+    install(
+        FILES "${PROJECT_BINARY_DIR}/README-SDK.txt"
+        DESTINATION .
+        COMPONENT dev)
+endif()
+install(
+    FILES README.md CHANGELOG.md
+    DESTINATION "${doc_dir}"
+    COMPONENT dev)
+install(
+    DIRECTORY docs examples
+    DESTINATION "${doc_dir}"
+    COMPONENT dev
+    PATTERN weather.svg EXCLUDE)

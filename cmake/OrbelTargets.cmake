@@ -34,13 +34,15 @@ function(orbel_debian_headers target)
     target_include_directories(${target} SYSTEM PRIVATE "${folder}")
 endfunction()
 
-# orbel_copy_compiler_runtime(FOLDER) puts the compiler's own DLLs into a folder.
+# orbel_compiler_runtime(VARIABLE) tells the compiler's own DLLs, none where there are no DLLs.
 # The library and its clients exchange strings, streams and exceptions, so they must share one
 # C++ runtime; linking it statically into each would give every module its own.
-function(orbel_copy_compiler_runtime folder)
+function(orbel_compiler_runtime variable)
+    set(${variable} "" PARENT_SCOPE)
     if(NOT MINGW)
         return()
     endif()
+    set(paths)
     foreach(dll IN ITEMS libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
         execute_process(
             COMMAND "${CMAKE_CXX_COMPILER}" "-print-file-name=${dll}"
@@ -50,8 +52,10 @@ function(orbel_copy_compiler_runtime folder)
         if(NOT IS_ABSOLUTE "${path}")
             message(FATAL_ERROR "${CMAKE_CXX_COMPILER} does not know where ${dll} is")
         endif()
-        file(COPY "${path}" DESTINATION "${folder}" FOLLOW_SYMLINK_CHAIN)
+        file(REAL_PATH "${path}" path)
+        list(APPEND paths "${path}")
     endforeach()
+    set(${variable} "${paths}" PARENT_SCOPE)
 endfunction()
 
 # orbel_host_exports(TARGET) lets an executable that defines the functions of orbel/host/HostApi.h export them, and
@@ -61,5 +65,26 @@ function(orbel_host_exports target)
         target_link_options(${target} PRIVATE "${PROJECT_SOURCE_DIR}/cmake/host.def")
     else()
         target_link_options(${target} PRIVATE "LINKER:--export-dynamic-symbol=_api__*")
+    endif()
+endfunction()
+
+# orbel_installed_path(VARIABLE FROM TO) gives the way from one folder of an installation to another. Each is relative to
+# the prefix; a TO that is not is the answer itself.
+function(orbel_installed_path variable from to)
+    if(NOT IS_ABSOLUTE "${from}" AND NOT IS_ABSOLUTE "${to}")
+        file(RELATIVE_PATH to "/${from}" "/${to}")
+    endif()
+    set(${variable} "${to}" PARENT_SCOPE)
+endfunction()
+
+# orbel_install_rpath(TARGET FOLDER) lets a program or module that is installed in this folder find the library, wherever
+# the whole is moved.
+function(orbel_install_rpath target folder)
+    if(NOT WIN32)
+        orbel_installed_path(to_library "${folder}" "${CMAKE_INSTALL_LIBDIR}")
+        if(NOT IS_ABSOLUTE "${to_library}")
+            set(to_library "\$ORIGIN/${to_library}")
+        endif()
+        set_target_properties(${target} PROPERTIES INSTALL_RPATH "${to_library}")
     endif()
 endfunction()

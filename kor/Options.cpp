@@ -9,7 +9,7 @@ const char* const usageText = R"(usage: Kor [OPTIONS] SCENE.json
 
 Runs a scene with its plug-ins, without a graphics engine, and draws its frames.
 
-  --plugins DIR    the folder of the plug-in modules ("plugins" beside this program)
+  --plugins DIR    the folder of the plug-in modules ("plugins" beside this program, or where it is installed)
   --commands FILE  runs the command lines of this file, "-" for standard input: in each frame those up to the next
                    line "~". Ends behind the last of them, unless --frames says when.
   --listen PORT    runs the command lines that come through this port of this machine; 0 for a free one

@@ -10,7 +10,6 @@
 #include <orbel/orbel.h>
 
 #include <csignal>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -71,8 +70,7 @@ private:
 };
 
 std::string pluginFolder(const Options& options) {
-    return options.pluginFolder.empty() ? (std::filesystem::path(programFolder()) / "plugins").string()
-                                        : options.pluginFolder;
+    return options.pluginFolder.empty() ? pluginFolderOf(programFolder()) : options.pluginFolder;
 }
 
 std::vector<std::unique_ptr<Feed>> openFeeds(const Options& options) {

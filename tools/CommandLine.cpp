@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "check/CheckVerb.h"
 #include "diff/DiffVerb.h"
 #include "shell/RunVerb.h"
 #include "shell/ShellVerb.h"
@@ -41,6 +42,7 @@ int runCommandLine(int argc, const char* const* argv) {
     app.require_subcommand(1);
     // A "/" begins a path, on Windows as well.
     app.allow_windows_style_options(false);
+    addCheckVerb(app, outcome);
     addDiffVerb(app, outcome);
     addRunVerb(app, outcome);
     addShellVerb(app, outcome);

@@ -34,6 +34,10 @@ SourceText::SourceText(std::string text)
         m_shifts.push_back({comment.at, dropped += comment.size});
 }
 
+std::string_view SourceText::commentText(const DroppedComment& comment) const {
+    return file().substr(commentOffset(comment), comment.size);
+}
+
 std::size_t SourceText::offsetOf(std::string_view part) const {
     return static_cast<std::size_t>(part.data() - m_kept.data());
 }

@@ -44,6 +44,11 @@ public:
     std::string_view kept() const { return m_kept; }
     const std::vector<DroppedComment>& comments() const { return m_comments; }
 
+    /// With its "//".
+    std::string_view commentText(const DroppedComment& comment) const;
+    /// Where it begins in file().
+    std::size_t commentOffset(const DroppedComment& comment) const { return fileOffset(comment.at) - comment.size; }
+
     /// Where `part`, a view into kept(), begins in it.
     std::size_t offsetOf(std::string_view part) const;
     /// Where the character that stands at `keptOffset` in kept() stands in file().

@@ -8,6 +8,7 @@ namespace QX {
 /// Holds a lock for its lifetime. The lock must outlive it.
 class ORBEL_API AutoLock {
 public:
+    /// Enters `lock`, and leaves it when destroyed.
     explicit AutoLock(Lock& lock);
     AutoLock(const AutoLock&) = delete;
     AutoLock& operator=(const AutoLock&) = delete;

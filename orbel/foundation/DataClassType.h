@@ -12,6 +12,7 @@ class DataBaseType;
 template <class Derived, class Base>
 class DataClassType : public DataType {
 public:
+    /// The record of `Derived`, below that of `Base`, which is made first if there is none yet.
     explicit DataClassType(char* name) : DataType(baseRecord(), name) {}
 
     DataBaseType* alloc(char* name, int /*ignored*/) override { return new Derived(name); }

@@ -7,6 +7,7 @@
 template <class Root>
 class DataRootClassType : public DataType {
 public:
+    /// The record of `Root`, which has none above it.
     explicit DataRootClassType(char* name) : DataType(nullptr, name) {}
 
     DataBaseType* alloc(char* name, int /*ignored*/) override { return new Root(name); }

@@ -17,6 +17,7 @@ public:
 
     /// `name` is a class name of at most 19 characters; what is beyond is not kept.
     DataType(DataType* parent, char* name);
+    /// A copy has the same id.
     DataType(const DataType&) = default;
     DataType& operator=(const DataType&) = default;
 
@@ -27,8 +28,11 @@ public:
 
     /// Does nothing when the name has more than 19 characters.
     void setName(char* name);
+    /// The record's own buffer.
     char* getName();
+    /// Replaces the id that the constructor gave.
     void setID(int id);
+    /// Unless it was set, how many records were made before this one.
     int getID();
 
     /// 1 when `type` is this record or one of its ancestors, else 0.

@@ -15,7 +15,9 @@ public:
     Lock& operator=(const Lock&) = delete;
     virtual ~Lock();
 
+    /// Waits until no other thread holds the lock.
     void Enter();
+    /// By the thread that holds it, once for each Enter.
     void Leave();
 
 private:

@@ -23,7 +23,9 @@ public:
 
     /// The name of this kind of plug-in.
     virtual char* getPluginName() = 0;
+    /// A number for the host; the library does not use it.
     virtual int getPluginType() = 0;
+    /// A text for the host; the library does not use it.
     virtual char* getPluginFolder() = 0;
     /// "0".
     virtual char* getPluginVersion();
@@ -33,9 +35,13 @@ public:
     virtual unsigned int getPluginFlags();
     /// An empty text.
     virtual char* getPluginInfoText();
+    /// The host has loaded the plug-in. This and what follows, up to dump, does nothing here.
     virtual void onLoad();
+    /// The host has set the plug-in up.
     virtual void onInit();
+    /// The host has set up what the plug-in sits on.
     virtual void onFunctionInit();
+    /// The host is about to destroy the plug-in.
     virtual void onCleanup();
     /// Of the field's several values those from `from` to `to` were stored, both included. A copy behind the last
     /// value is told too, with indices that are not there.
@@ -43,13 +49,21 @@ public:
     /// The field's one value was stored, or the first of several by a store without an index. `value` is the field's
     /// own text, unless it was converted.
     virtual void onDataChange(char* fieldName, char* value);
+    /// The observed field has been given another type.
     virtual void onTypeChange(char* fieldName, char* typeName);
+    /// The host wants the geometry built.
     virtual void onBuildGeometry(int argument);
+    /// The host runs an action of the plug-in.
     virtual void onExecAction(int argument);
+    /// A parameter of the plug-in was changed in the host.
     virtual void onParamChange(int argument);
+    /// The host asks for the state of the plug-in's editor.
     virtual void onGuiStatus();
+    /// The host draws a frame.
     virtual void perFrame();
+    /// Any other request of the host; the plug-in may write an answer.
     virtual void onDispatcher(unsigned long long request, unsigned long long argument, unsigned long long& answer);
+    /// Writes what there is to know of the plug-in; nothing here.
     virtual void dump();
 
     IDataHandler();
@@ -60,10 +74,12 @@ public:
 
     /// Bridges to the tree of a scene, -1 for the current one. A second call does nothing.
     void init(int sceneId);
+    /// True until init has been called.
     bool needsInit();
 
     /// For the plug-in's own use.
     void* getUserData();
+    /// Not owned.
     void setUserData(void* userData);
 
     /// Owned by this handler.
@@ -74,10 +90,13 @@ public:
     int getOffset();
     /// Whether only real changes are told, once one change has been told.
     int getNotifyOnValueChange();
+    /// Takes effect at the next registration or unregistration on the field.
     void setNotifyOnValueChange(int notify);
     /// Whether values pass through the conversion table before they are told.
     int getUseConvTable();
+    /// Other than 0 to convert; the table is the one that setConvTableNmae names.
     void setUseConvTable(int use);
+    /// Empty until it is set.
     char* getConvTableName();
     /// Cut to 99 characters; null is ignored. Contract: plug-ins link against this spelling.
     void setConvTableNmae(char* name);

@@ -18,12 +18,16 @@ public:
     /// The tree of a scene, made on first demand. -1 stands for the current scene; null when there is none. Without
     /// trees per scene there is one tree for all.
     static Orbel* getOrbel(int sceneId, bool makeCurrent);
+    /// Makes a scene the current one.
     static void SetLastSceneID(int sceneId);
 
     /// The setting as it is in the file, 0 by default; -1 before init. Only 1 gives each scene a tree of its own.
     static int IsMultiOrbel();
+    /// The settings of these names, kept for plug-ins; the library does not use them.
     static bool IsRefreshAlways();
+    /// See IsRefreshAlways.
     static bool CheckMaterialIfExists();
+    /// See IsRefreshAlways.
     static bool CheckImageIfExists();
 
     /// Reads all conversion tables again.
@@ -33,6 +37,7 @@ public:
 
     /// Convert one character; false when it has no partner, or before init.
     static bool toUpper(wchar_t* character);
+    /// See toUpper.
     static bool toLower(wchar_t* character);
 
     /// Bridges to `owner`, which must outlive it, in the tree of a scene.
@@ -45,6 +50,7 @@ public:
     void onTypeChange(DataField& field, char* typeName) override;
     DataType* getFieldType() override;
 
+    /// Whom the bridge tells of changes.
     IDataHandler* getOwner();
     /// The tree that serves the bridge now; null when there is none.
     Orbel* tree();

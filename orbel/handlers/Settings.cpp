@@ -7,6 +7,7 @@
 #include "../foundation/text/Scanner.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 
 namespace {
@@ -60,6 +61,13 @@ LineMeaning readLine(Settings& settings, std::string_view line) {
 }
 
 } // namespace
+
+std::vector<std::string_view> settingNames() {
+    std::vector<std::string_view> names;
+    std::transform(std::begin(keys), std::end(keys), std::back_inserter(names),
+                   [](const Key& key) { return key.name; });
+    return names;
+}
 
 bool readSettingsFile(const char* path, Settings& settings, SettingsListener* listener) {
     text::LineReader lines(files::openText(path), maxLineLength);

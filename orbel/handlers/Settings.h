@@ -2,6 +2,7 @@
 #define ORBEL_HANDLERS_SETTINGS_H
 
 #include <string_view>
+#include <vector>
 
 /// What the settings file says.
 struct Settings {
@@ -15,6 +16,9 @@ struct Settings {
 };
 
 enum class SettingUse { comment, withoutEquals, unknownKey, setting };
+
+/// The keys that a settings file may have.
+std::vector<std::string_view> settingNames();
 
 /// Hears what becomes of the lines of a settings file.
 class SettingsListener {

@@ -5,8 +5,10 @@
 /// one of this id only the host knows.
 struct CONTAINER {
     CONTAINER() = default;
+    /// The container of this id of the host.
     CONTAINER(int objectId) : id(objectId) {}
 
+    /// -1 for none.
     int id = -1;
 };
 

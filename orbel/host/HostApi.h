@@ -30,12 +30,15 @@ void _api__container_next(CONTAINER* container);
 void _api__container_level_up_2(CONTAINER* container);
 /// To the first child.
 void _api__container_level_down_2(CONTAINER* container);
+/// Writes the geometry of a container.
 void _api__container_get_geometry(int container, int* geometry);
 /// The plug-in of this name; 0 when the container has none.
 int _api__container_get_function(int container, int* function, const char* plugin);
 /// At most `capacity` plug-ins, in their order, and -1 behind them when there are fewer; 0 on failure.
 int _api__container_get_function_plugins(int container, int* functions, int capacity);
+/// Puts a plug-in of this name on a container.
 void _api__container_create_function(int container, const char* plugin);
+/// Takes the plug-in of this name off a container.
 void _api__container_delete_function(int container, const char* plugin);
 
 /// 0 on failure.

@@ -8,6 +8,7 @@
 /// not hold. `handler` must outlive it.
 class MacroQuery : public DataVariableQuery {
 public:
+    /// Answers with the macros of `handler`.
     explicit MacroQuery(korDataHandler& handler) : m_handler(handler) {}
 
     const char* queryVariable(const char* name) override { return m_handler.parseMacro(name); }

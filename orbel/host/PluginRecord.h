@@ -11,6 +11,7 @@ struct korPluginRecord {
     int marker = 9473;
     /// Where the plug-in sits.
     CONTAINER container;
+    /// The scene of the container; -1 for none.
     int sceneId = -1;
     /// Null until the plug-in has built it; not owned.
     korDataHandler* handler = nullptr;

@@ -45,6 +45,7 @@ public:
     virtual void Register(const char* fieldName, int refresh);
     /// The same, never below a structure handler. Contract: never refreshes.
     virtual void RegisterField(const char* fieldName, int refresh);
+    /// Leaves the field.
     virtual void Unregister();
     /// A handler of the same plug-in in another element of the same array hands over its settings.
     virtual void onSyncParams(korDataHandler* source);
@@ -71,10 +72,13 @@ public:
     void* getOrbel();
     /// The structure handler found by the last Register; null when there was none or it is gone.
     korDataStructureHandler* getParent();
+    /// The name that was registered or set last.
     const char* getFieldName();
+    /// Changes the name only; attaches to nothing.
     void setFieldName(const char* fieldName);
     /// For the plug-in's own use; true at first.
     bool getFirstTime();
+    /// See getFirstTime.
     void setFirstTime(bool firstTime);
 
     /// The eight bytes of a number, the lowest first, as Base64: always twelve characters.
@@ -95,8 +99,11 @@ public:
     /// Maps inMin..inMax onto outMin..outMax on axis 0, 1 or 2, or on all three for -1. Ranges narrower than 1e-7 leave
     /// numbers as they are.
     void setRanges(float inMin, float inMax, float outMin, float outMax, int clamp, int axis);
+    /// Maps a number by the range of an axis, that of axis 0 for -1.
     float normalizeData(float value, int axis);
+    /// See normalizeData.
     int normalizeData_Int(int value, int axis);
+    /// See normalizeData.
     double normalizeData_dbl(double value, int axis);
     /// Maps the numbers of a text. Modes 0, 1, 2: one number for x, y, z; 3: two for x and y, 4: x and z, 5: y and z;
     /// 6: three. A missing number is the one before it. Texts without a number change nothing.
@@ -106,6 +113,7 @@ public:
     LifeRef<korDataHandler> ref();
 
 protected:
+    /// Afterwards getParent gives null.
     void forgetParent();
 
 private:

@@ -22,6 +22,7 @@ public:
     int getNameColumn();
     /// How many columns have different names.
     int getNumColumns();
+    /// How many presets there are.
     int getNumRows();
     /// One text for each field of the row's line, which may be fewer than there are columns. Null out of range.
     const std::vector<std::string>* getRow(int index);

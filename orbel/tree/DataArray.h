@@ -29,6 +29,7 @@ public:
     /// named "Point-#0", ... or whatever the type's own function makes. Never shrinks. A size above 16,777,216 changes
     /// nothing; the array stops growing when elements and their fields together come to as many.
     void setSize(int n) override;
+    /// How many elements there are.
     int getSize() override;
     /// Hands the values between the braces of `text` to the elements, or to those that the range selects.
     void parse(char* range, char* text) override;
@@ -38,7 +39,9 @@ public:
 
     /// What element `index` has at `path`; null when there is no such element.
     DataField* getField(char* path, int index, int flag) override;
+    /// Destroys the elements that nobody else refers to.
     void removeChildren() override;
+    /// How many fields the first element has; 0 without one.
     int getNumFields() override;
     bool registerHandler(char* path, DataHandler* handler, int index) override;
     bool unregisterHandler(DataHandler* handler) override;
@@ -72,10 +75,13 @@ public:
     void setObjectType(char* typeName);
     /// Null when untyped.
     DataObjectType* getObjectType();
+    /// Null when untyped.
     char* getObjectTypeName();
 
 protected:
+    /// Makes and takes one more element. Null when a handler has destroyed this array meanwhile.
     DataObject* appendElement();
+    /// There must be one; it is destroyed when nobody else refers to it.
     void removeLastElement();
 
 private:

@@ -26,9 +26,13 @@ public:
     static void init();
     static DataType* getClassType();
 
+    /// Set `indentation`.
     static void setIndent(int level);
+    /// Gives `indentation`.
     static int getIndent();
+    /// One level deeper; gives the new level.
     static int incrIndent();
+    /// One level less deep; gives the new level.
     static int decrIndent();
 
     /// Writes `indentation` tabs. Contract: the stream's fill character stays a tab.
@@ -36,6 +40,7 @@ public:
 
     /// `name` is cut to its first 99 characters.
     explicit DataBaseType(char* name);
+    /// A copy has the same name and type, and owners of its own.
     DataBaseType(const DataBaseType& other);
     DataBaseType& operator=(const DataBaseType& other);
     ~DataBaseType();
@@ -48,25 +53,30 @@ public:
     /// Writes the item in tags of its name. Contract: what is below it stands there as dump writes it.
     virtual void dumpXML(std::ostream& os);
 
+    /// Cut to the first 99 characters.
     void setName(char* name);
     /// The item's own buffer; valid as long as the item, changed by setName.
     char* getName();
 
+    /// The record that isOfType and isExactType answer by; constructors set it.
     void setType(DataType* type);
     /// 1 when the item's class is `type` or derives from it, else 0.
     int isOfType(DataType* type);
     /// 1 when the item's class is exactly `type`, else 0.
     int isExactType(DataType* type);
 
-    /// Adds, or removes, one anonymous reference; returns the new count, never below 0.
+    /// Adds one anonymous reference; returns the new count.
     int ref();
+    /// Removes one anonymous reference; returns the new count, never below 0.
     int unref();
 
-    /// Adds, or removes, the reference of `owner`; returns the count of distinct owners. Further calls of the same
-    /// owner only count in getRefCalls().
+    /// Adds the reference of `owner`; returns the count of distinct owners. Further calls of the same owner only count
+    /// in getRefCalls().
     int ref(void* owner, DataField* referrer);
+    /// Removes the reference of `owner`; returns the count of distinct owners.
     int unref(void* owner, DataField* referrer);
 
+    /// The references of distinct owners and anonymous ones together.
     int getRef();
     /// Calls of ref by owners minus matching unref calls, never below 0.
     int getRefCalls();
@@ -74,6 +84,7 @@ public:
     void clearRef();
 
 protected:
+    /// What setType was given last.
     DataType* type();
 
 private:

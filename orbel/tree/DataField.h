@@ -42,6 +42,7 @@ public:
 
     /// Grows to `n` values or elements, at most 16,777,216; never shrinks.
     virtual void setSize(int n);
+    /// How many values or elements there are; 0 here.
     virtual int getSize();
 
     /// A new item of the same class and name, owned by the caller.
@@ -63,17 +64,23 @@ public:
     virtual std::string* getData(int index);
     /// Replaces the content of `out` by the texts of `from` to `to`, both included; -1 stands for all the rest.
     virtual void getData(std::vector<char*>* out, int from, int to);
+    /// All texts, which belong to the field; null where there are none.
     virtual std::vector<std::string>* getDataVector();
 
+    /// Empties the values, also those of what is below; nothing here.
     virtual void clearData();
+    /// Copies values of another field, `count` of them from one index to another; false when it cannot, as here.
     virtual bool copyData(DataField* source, int sourceIndex, int targetIndex, int count);
 
     /// Null also when the parent has been destroyed.
     DataNode* getParent();
+    /// Only notes who the parent is, and where the field stands in it; DataNode::addField takes a field in.
     void setParent(DataNode* parent, int instance);
+    /// What setParent was given.
     int getParentInstance();
     /// 1 once a value has been stored; before that, stores are the only thing handlers are not told of.
     int getDataInitialized();
+    /// See getDataInitialized.
     void setDataInitialized(int initialized);
 
     /// The path from the root, as getField of the root reads it back. In one process-wide buffer that the next call
@@ -83,7 +90,9 @@ public:
     /// Adds `handler` at the end of the list and notifies every handler once, with changed = false. Does not take it
     /// off another field; registering by path through a node does.
     void registerHandler(DataHandler* handler);
+    /// Nothing happens when it is not on this field.
     void unregisterHandler(DataHandler* handler);
+    /// The handlers are then on no field.
     void unregisterAllHandlers();
 
     /// Notify in order of registration; nothing is told before the first store.
@@ -94,25 +103,34 @@ public:
 
     /// Counts the handlers that ask for real changes only; registering and unregistering do it by themselves.
     void countNotifyOnValueChange();
+    /// What countNotifyOnValueChange counted last.
     int getCountNotifyOnValueChange();
 
     /// The first handler of exactly this name, else null.
     DataHandler* getHandlerByName(char* name);
     /// Null when out of range.
     DataHandler* getHandlerByID(int index);
+    /// How many handlers are on the field; one created by path counts its marker.
     int getNumHandlers();
+    /// Calls dump of each handler.
     void dumpHandlers();
 
     /// Makes `target` follow this field. Refused, without a word, when it would close a cycle or exists already.
     /// A change is passed along at most 256 links in a row. It goes by position through the live list of targets: when
     /// one of them is destroyed or released while it is set, the next in line is skipped this once.
     void addTargetLink(DataField* target);
+    /// Follows `source` from now on, which does not set this field, as it does those of addTargetLink. Null ends the
+    /// link.
     void setLinkSource(DataField* source);
+    /// Contract: `target` stops following its source, also when that is another field.
     void removeTargetLink(DataField* target);
+    /// Ends the link to the source.
     void removeSourceLink();
+    /// Ends the links of all that follow this field.
     void removeAllTargets();
     /// True when `field` is on this field's chain of sources.
     bool findLinkSource(DataField* field);
+    /// Null when the field follows none.
     DataField* getLinkSource();
 
 private:

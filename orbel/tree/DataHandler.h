@@ -40,21 +40,29 @@ public:
     virtual void onChange(DataField& field, bool changed);
     /// The same for a field of several values: `from` to `to` is the range of indices, both included.
     virtual void onChange(DataField& field, bool changed, int from, int to);
+    /// The field has been given another type.
     virtual void onTypeChange(DataField& field, char* typeName);
     /// The class of field to create when the handler is registered by a path that names none.
     virtual DataType* getFieldType();
 
+    /// The handler's own buffer.
     char* getName();
+    /// Cut to the first 99 characters.
     void setName(char* name);
     /// A number for the handler's owner; the tree does not use it.
     int getOffset();
+    /// See getOffset.
     void setOffset(int offset);
     /// Whether the field compares texts to tell real changes. Takes effect at the field's next registration or
     /// unregistration.
     int getNotifyOnValueChange();
+    /// See getNotifyOnValueChange.
     void setNotifyOnValueChange(int notify);
+    /// Whether values are to be converted; the tree does not use it.
     int getUseConvTable();
+    /// See getUseConvTable.
     void setUseConvTable(int use);
+    /// Empty until it is set.
     char* getConvTableName();
     /// `name` is cut to its first 99 characters.
     void setConvTableName(char* name);
@@ -63,6 +71,7 @@ public:
     DataField* getField();
 
 protected:
+    /// Only notes the field; DataField::registerHandler registers.
     void setField(DataField* field);
 
 private:

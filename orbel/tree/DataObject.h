@@ -20,8 +20,11 @@ public:
     static DataObjectTypesTable* s_tTypes;
     /// The file, folder or folders last read, cut to 4,095 characters.
     static char* s_sTypesFileName;
+    /// For hosts; the library does not use it.
     static int i_NofExtraTypes;
+    /// For hosts; the library does not use it.
     static bool b_EnableOnTheFlyQXFile;
+    /// See set_ConfigFolder.
     static char m_sConfigQXFolder[4096];
     static DataType* classType;
     /// Also reads the types, the first time.
@@ -55,6 +58,7 @@ public:
     void setObjectType(char* typeName);
     /// Null when untyped.
     DataObjectType* getObjectType();
+    /// Null when untyped.
     char* getObjectTypeName();
 
     /// What the type's own function makes, as it is, else a new object of this name and type. Owned by the caller;
@@ -64,6 +68,7 @@ public:
     /// A new array of `size` elements. Contract: it carries one anonymous reference, unlike a new object.
     static DataArray* createArray(char* typeName, char* name, int size);
 
+    /// Null until types are first read.
     static DataObjectTypesTable* getTypesTable();
     /// Reads the types first when there are none yet. Null when unknown.
     static DataObjectType* getObjectTypeByName(char* name);
@@ -73,6 +78,7 @@ public:
     static void getTypeFieldNames(char* typeName, std::vector<char*>* names);
     /// Writes one line for each field. Contract: `out` must have room for them; untouched for an unknown type.
     static void getTypeFieldsDescription(char* typeName, char* out);
+    /// Writes all types with their fields.
     static void dumpAllTypes(std::ostream& os);
 
     /// Reads all types anew. Objects made before keep their old types. With QX_DUMP_CONFIG set, prints what was read.
@@ -86,10 +92,15 @@ public:
 
     /// The folders, separated by ";", that are read when no environment variable says otherwise.
     static void set_ConfigFolder(char* folder);
+    /// The text itself, which set_ConfigFolder changes.
     static char* get_ConfigFolder();
+    /// For hosts; the library does not use it.
     static void set_NofExtraTypes(int count);
+    /// See set_NofExtraTypes.
     static int get_NofExtraTypes();
+    /// For hosts; the library does not use it.
     static void set_OnTheFlyQXFile(bool enable);
+    /// See set_OnTheFlyQXFile.
     static bool get_OnTheFlyQXFile();
 
 private:

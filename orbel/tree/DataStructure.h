@@ -46,6 +46,7 @@ public:
     void dump(std::ostream& os, int first, int last, int withName) override;
     void dumpXML(std::ostream& os) override;
     void ClearLinks() override;
+    /// Always 1.
     int getSize() override;
     /// A structure of clones of the children; handlers, links and references of the structure itself are not copied.
     DataField* clone() override;

@@ -13,6 +13,7 @@ public:
     static DataType* getClassType();
 
     explicit DataValue(char* name);
+    /// Holds this text.
     DataValue(char* name, std::string* value);
     /// Copies share as clones do, see clone().
     DataValue(const DataValue& other);

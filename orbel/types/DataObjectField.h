@@ -29,14 +29,20 @@ public:
 
     /// The texts are valid until they are set anew or the declaration is destroyed.
     char* getName();
+    /// See getName.
     char* getType();
+    /// See getName.
     char* getDefaultValue();
     /// As written: below 2, which may be 0 or negative, renderings show a single field.
     int getSize();
 
+    /// Changes the declaration, also in the type that owns it; objects stay as they are.
     void setName(char* name);
+    /// See setName.
     void setType(char* type);
+    /// See setName.
     void setDefaultValue(char* value);
+    /// See setName.
     void setSize(int size);
 
     /// Writes the declaration, with the fields of its type as far as `table` (which may be null) has it.

@@ -46,12 +46,16 @@ public:
 
     /// Valid until the name is set anew.
     char* getName();
+    /// Makes the new name known to the table that lists the type.
     void setName(char* name);
 
     /// Call the installed function with the name of the type; null when none is installed.
     DataObject* createObject();
+    /// See createObject.
     DataArray* createArray();
+    /// What createObject calls; null for nothing.
     void setCreateObjectFunc(DataObject* (*function)(char* typeName));
+    /// What createArray calls; null for nothing.
     void setCreateArrayFunc(DataArray* (*function)(char* typeName));
 
     /// Writes the fields, with those of their types as far as `table` (which may be null) has them. An `indent` above

@@ -31,6 +31,7 @@ public:
     DataObjectType* getTypeByName(const char* name);
     /// Orders the types by name, ascending byte by byte; equal names keep their order.
     void sortTypes();
+    /// How many types there are.
     int getNumTypes();
     /// Null when out of range.
     DataObjectType* getTypeByIndex(int index);

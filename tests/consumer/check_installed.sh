@@ -9,7 +9,9 @@ cmake=$1 pkg_config=$2 cxx=$3 cxxflags=$4 build=$5 source=$6 work=$7
 prefix=$work/prefix
 
 rm -rf "$prefix" "$work/client"
-"$cmake" --install "$build" --prefix "$prefix" >/dev/null
+for component in runtime dev; do
+    "$cmake" --install "$build" --prefix "$prefix" --component $component >/dev/null
+done
 
 expect() {
     answer=$("$1")

@@ -39,3 +39,11 @@ TEST(SourceText, PutsWhatFollowsACommentBehindIt) {
     EXPECT_EQ(text.fileOffset(2), 5U);
     EXPECT_EQ(text.fileOffset(3), 6U);
 }
+
+TEST(SourceText, KnowsItsComments) {
+    const SourceText text("a//b\nc // d\n");
+    ASSERT_EQ(text.comments().size(), 2U);
+    EXPECT_EQ(text.commentText(text.comments()[0]), "//b");
+    EXPECT_EQ(text.commentText(text.comments()[1]), "// d");
+    EXPECT_EQ(text.commentOffset(text.comments()[1]), 7U);
+}

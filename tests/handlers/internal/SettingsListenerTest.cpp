@@ -60,3 +60,9 @@ TEST(SettingsListener, HearsNothingWithoutAFile) {
     EXPECT_FALSE(readSettingsFile(folder.path("Orbel.ini").c_str(), settings, &report));
     EXPECT_TRUE(report.heard.empty());
 }
+
+TEST(SettingNames, AreKeysOfTheFile) {
+    const std::vector<std::string_view> names = settingNames();
+    EXPECT_EQ(names, (std::vector<std::string_view>{"MultiOrbel", "Nof_Extra_Types", "ConfigurationFolder",
+                                                    "RefreshAlways", "CheckMaterialIfExists", "CheckImageIfExists"}));
+}
