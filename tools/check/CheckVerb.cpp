@@ -2,13 +2,13 @@
 
 #include <orbel/handlers/IDataHandlerImpl.h>
 
+#include "../shell/Terminal.h"
 #include "CheckRun.h"
-#include "ColouredOutput.h"
 #include "FindingWriters.h"
 
 #include <CLI/CLI.hpp>
 
-#include <cstdlib>
+#include <cstdio>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -38,11 +38,6 @@ std::string libraryVersion() {
     return text.substr(0, text.find(' '));
 }
 
-bool wantsColours() {
-    const char* never = std::getenv("NO_COLOR");
-    return !(never && *never) && prepareColours();
-}
-
 Outcome runCheck(const CheckOptions& options) {
     if (options.wantsRules) {
         writeRules(std::cout);
@@ -56,7 +51,7 @@ Outcome runCheck(const CheckOptions& options) {
     else if (options.format == "sarif")
         writeSarif(std::cout, findings, libraryVersion());
     else
-        writeText(std::cout, findings, wantsColours() ? Colours::on : Colours::off);
+        writeText(std::cout, findings, terminal::hasColours(stdout) ? Colours::on : Colours::off);
     return findings.sorted().empty() ? Outcome::clean : Outcome::findings;
 }
 

@@ -1,6 +1,6 @@
 #include "CommandCheck.h"
 
-#include "Nearest.h"
+#include "../Nearest.h"
 #include "TreePaths.h"
 
 #include <orbel/foundation/text/Scanner.h>

@@ -1,6 +1,6 @@
 #include "Shell.h"
 
-#include "Nearest.h"
+#include "../Nearest.h"
 #include "TreePaths.h"
 #include "Verbs.h"
 

@@ -1,6 +1,6 @@
 #include "TreePaths.h"
 
-#include "Nearest.h"
+#include "../Nearest.h"
 
 #include <orbel/foundation/text/Scanner.h>
 #include <orbel/tree/DataArray.h>

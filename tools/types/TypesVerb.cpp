@@ -1,6 +1,6 @@
 #include "TypesVerb.h"
 
-#include "../shell/Nearest.h"
+#include "../Nearest.h"
 #include "../shell/VerbRun.h"
 #include "Schema.h"
 #include "SchemaFormats.h"

@@ -1,4 +1,4 @@
-#include <tools/shell/Nearest.h>
+#include <tools/Nearest.h>
 
 #include <gtest/gtest.h>
 

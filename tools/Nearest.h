@@ -1,5 +1,5 @@
-#ifndef ORBEL_TOOLS_SHELL_NEAREST_H
-#define ORBEL_TOOLS_SHELL_NEAREST_H
+#ifndef ORBEL_TOOLS_NEAREST_H
+#define ORBEL_TOOLS_NEAREST_H
 
 #include <optional>
 #include <string>
