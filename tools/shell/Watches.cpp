@@ -47,7 +47,7 @@ void collectItems(DataField& field, std::vector<DataField*>& items) {
 
 } // namespace
 
-class Watches::Watcher : public DataHandler {
+class Watches::Watcher final : public DataHandler {
 public:
     explicit Watcher(const Print& print) : m_print(print) { setNotifyOnValueChange(1); }
 
