@@ -535,6 +535,19 @@ TEST(PathChanges, AWayOfKindsWithoutItsMarkerGetsOneAgain) {
     EXPECT_EQ(a->getNumHandlers(), 1);
 }
 
+TEST(PathChanges, AWayOfKindsMayHaveGotObserversMeanwhile) {
+    Orbel root(Text("show"));
+    const SubtreeCleanup belowRoot{root};
+    DataHandler one, other;
+    root.getField(Text("node:a/string:x"), 0, 0);
+    auto* a = static_cast<DataStructure*>(root.getField(Text("a"), 0, 0));
+    a->DataField::registerHandler(&one);
+    a->DataField::registerHandler(&other);
+    DataField* y = root.getField(Text("node:a/string:y"), 0, 0);
+    EXPECT_EQ(y->getParent(), a);
+    EXPECT_EQ(a->getNumHandlers(), 3);
+}
+
 TEST(PathChanges, AWayOfKindsThatWasTakenOutIsMadeAnew) {
     Orbel root(Text("show"));
     const SubtreeCleanup belowRoot{root};

@@ -383,6 +383,14 @@ TEST_F(RegistrationByPathTest, HandlerOfAStructureMayMoveToANewFieldBelowIt) {
     }
 }
 
+TEST_F(RegistrationByPathTest, HandlerOfAnArrayTakesItAlongToANewFieldBesideIt) {
+    static_cast<DataField*>(points)->registerHandler(&a);
+    EXPECT_TRUE(registerOn(*scene, "new", a));
+    EXPECT_EQ(a.getField(), points);
+    EXPECT_STREQ(points->getName(), "new");
+    EXPECT_EQ(points->getParent(), scene);
+}
+
 // Dumping never ended: the array was made a child of an element that had moved elsewhere, but was still its own.
 TEST_F(RegistrationByPathTest, HandlerOfAnArrayMayMoveToANewFieldBelowAnElementThatHasMoved) {
     DataObject* const element = points->getObject(1);

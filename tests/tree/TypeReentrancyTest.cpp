@@ -449,6 +449,19 @@ TEST(NewElement, MayDeleteTheObjectThatItIsMadeFor) {
     EXPECT_EQ(objectOfTypeFunction, nullptr);
 }
 
+DataObject* makeWithoutFields(char* /*typeName*/) {
+    return new DataObject(Text("made"));
+}
+
+TEST(NewElement, MayDeleteTheObjectWhoseInnerOneGetsWhatItLacks) {
+    DeclaredTypes types("Point = {string x=0;}; Line = {Point from; Point to;}; Figure = {Line line;};");
+    types["Line"]->setCreateObjectFunc(makeWithoutFields);
+    types["Point"]->setCreateObjectFunc(makeAndDeleteTheOuter);
+    objectOfTypeFunction.reset(new DataObject(Text("figure")));
+    objectOfTypeFunction->setObjectType(types["Figure"]);
+    EXPECT_EQ(objectOfTypeFunction, nullptr);
+}
+
 /// A structure of a client that is gone once it has been asked.
 class Vanishing : public DataStructure {
 public:
