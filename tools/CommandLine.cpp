@@ -17,12 +17,7 @@
 namespace {
 
 std::string versionText() {
-    char version[32];
-    OrbelGetVersion(version);
-    std::string text = std::string("orbel ") + version;
-    // The library's text ends in a blank.
-    text.pop_back();
-    return text;
+    return "orbel " + libraryVersion();
 }
 
 /// CLI11 tells mistakes with codes of its own and in several lines.
@@ -34,6 +29,15 @@ int reportUsage(const CLI::App& app, const CLI::ParseError& error) {
 }
 
 } // namespace
+
+std::string libraryVersion() {
+    char version[32];
+    OrbelGetVersion(version);
+    std::string text = version;
+    // The library's text ends in a blank.
+    text.pop_back();
+    return text;
+}
 
 int runCommandLine(int argc, const char* const* argv) {
     CLI::App app("Checks, shows and tries what OrbelLib reads.", "orbel");

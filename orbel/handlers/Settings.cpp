@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr std::size_t maxLineLength = 511;
-
 bool readFlag(std::string_view value) {
     return text::readSignedNumber(value) != 0;
 }
@@ -70,7 +68,7 @@ std::vector<std::string_view> settingNames() {
 }
 
 bool readSettingsFile(const char* path, Settings& settings, SettingsListener* listener) {
-    text::LineReader lines(files::openText(path), maxLineLength);
+    text::LineReader lines(files::openText(path), maxSettingsLineLength);
     while (const auto line = lines.next()) {
         const LineMeaning meaning = readLine(settings, *line);
         if (listener)

@@ -1,6 +1,7 @@
 #ifndef ORBEL_HANDLERS_SETTINGS_H
 #define ORBEL_HANDLERS_SETTINGS_H
 
+#include <cstddef>
 #include <string_view>
 #include <vector>
 
@@ -14,6 +15,9 @@ struct Settings {
     bool checkImageIfExists = true;
     char configurationFolder[512] = ".";
 };
+
+/// The longest line of a settings file, with its line end; a longer one is read in pieces.
+constexpr std::size_t maxSettingsLineLength = 511;
 
 enum class SettingUse { comment, withoutEquals, unknownKey, setting };
 

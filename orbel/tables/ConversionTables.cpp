@@ -11,9 +11,7 @@ namespace {
 
 using tables::LineUse;
 
-constexpr std::string_view defaultKey = "__DEFAULT__";
 constexpr std::string_view delimiterMarker = "__DELIMITER__";
-constexpr std::size_t maxDelimiters = 15;
 
 /// Adds the lines of one file to tables.
 class Reader {
@@ -59,7 +57,7 @@ private:
         } else {
             text::cutToken(line, ",");
             if (const auto token = text::cutToken(line, ","))
-                delimiters = token->substr(0, maxDelimiters);
+                delimiters = token->substr(0, tables::maxDelimiters);
         }
         delimiters.swap(m_delimiters);
         return delimiters != m_delimiters;
@@ -118,6 +116,6 @@ const std::string& ConversionTables::lookup(std::string_view tableName, std::str
         return none;
     auto entry = table->second.find(tables::normalizeKey(value));
     if (entry == table->second.end())
-        entry = table->second.find(defaultKey);
+        entry = table->second.find(tables::defaultKey);
     return entry == table->second.end() ? none : entry->second;
 }

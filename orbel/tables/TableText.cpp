@@ -8,8 +8,6 @@ namespace tables {
 
 namespace {
 
-constexpr std::size_t shortestToken = 3;
-
 constexpr text::CharacterSet keyStart(" \t");
 constexpr text::CharacterSet keyEnd(" \t\n\r");
 constexpr text::CharacterSet lineEnd("\n\r");

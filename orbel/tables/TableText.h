@@ -13,6 +13,15 @@ namespace tables {
 /// The longest line of a table file, with its line end; a longer one is read in pieces.
 constexpr int maxLineLength = 1'023;
 
+/// How much longer than its marker a line must be that begins with one.
+constexpr std::size_t shortestToken = 3;
+
+/// The key of a conversion table that stands for all it lacks.
+constexpr std::string_view defaultKey = "__DEFAULT__";
+
+/// The most characters that separate the fields of a conversion table.
+constexpr std::size_t maxDelimiters = 15;
+
 /// Keys and names: without leading spaces and tabs, and without spaces, tabs and line ends at the end.
 std::string_view normalizeKey(std::string_view text);
 

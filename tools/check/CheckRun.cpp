@@ -5,12 +5,12 @@
 #include <orbel/foundation/text/Scanner.h>
 #include <tools/CommandLine.h>
 
+#include "../WholeFile.h"
 #include "CaseCheck.h"
 #include "PresetCheck.h"
 #include "SettingsCheck.h"
 #include "TableCheck.h"
 #include "TypeCheck.h"
-#include "WholeFile.h"
 
 #include <algorithm>
 #include <cstdarg>

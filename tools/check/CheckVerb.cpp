@@ -1,7 +1,5 @@
 #include "CheckVerb.h"
 
-#include <orbel/handlers/IDataHandlerImpl.h>
-
 #include "../shell/Terminal.h"
 #include "CheckRun.h"
 #include "FindingWriters.h"
@@ -30,13 +28,6 @@ struct CheckOptions {
     std::string format = "text";
     bool wantsRules = false;
 };
-
-std::string libraryVersion() {
-    char version[32];
-    OrbelGetVersion(version);
-    const std::string text = version;
-    return text.substr(0, text.find(' '));
-}
 
 Outcome runCheck(const CheckOptions& options) {
     if (options.wantsRules) {

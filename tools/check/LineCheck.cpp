@@ -2,7 +2,7 @@
 
 #include <orbel/tables/TableText.h>
 
-#include "WholeFile.h"
+#include "../WholeFile.h"
 
 LineCheck::LineCheck(Findings& findings, std::size_t maxLineLength)
     : m_findings(findings), m_maxLineLength(maxLineLength) {}

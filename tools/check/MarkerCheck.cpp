@@ -13,9 +13,6 @@ using tables::LineUse;
 namespace {
 
 constexpr std::string_view versionMarker = "__VERSION__";
-constexpr std::string_view defaultKey = "__DEFAULT__";
-/// How much longer than its marker a line must be.
-constexpr std::size_t shortestToken = 3;
 
 /// Letters and underscores behind blanks and quotes.
 std::string_view firstName(std::string_view line) {
@@ -32,7 +29,7 @@ std::string_view firstName(std::string_view line) {
 MarkerCheck::MarkerCheck(Findings& findings, std::string_view section, std::span<const std::string_view> markers)
     : LineCheck(findings, tables::maxLineLength), m_section(section), m_markers(markers) {}
 
-void MarkerCheck::onFile(const std::string& path) {
+void MarkerCheck::beginTables(const std::string& path) {
     beginFile(path);
     m_isFirst = true;
 }
@@ -105,7 +102,7 @@ std::string_view MarkerCheck::meantMarker() const {
         if (name == marker)
             return marker;
     std::vector<std::string_view> markers(m_markers.begin(), m_markers.end());
-    markers.push_back(defaultKey);
+    markers.push_back(tables::defaultKey);
     return closestName(name, markers);
 }
 
@@ -124,12 +121,12 @@ bool MarkerCheck::checkMarker(LineUse use, Effect effect) {
     if (use == LineUse::delimiters || use == LineUse::delimitersUnchanged)
         return false;
     const std::string_view marker = meantMarker();
-    const bool isDefault = marker.empty() || firstName(line()) == defaultKey;
+    const bool isDefault = marker.empty() || firstName(line()) == tables::defaultKey;
     if (isDefault)
         return false;
     const std::string kind = "; the line is " + std::string(kindOf(use));
     if (marker == versionMarker && line().starts_with(marker) && line().find(',') != std::string_view::npos &&
-        line().size() >= marker.size() + shortestToken)
+        line().size() >= marker.size() + tables::shortestToken)
         report(ruleOf("markers.version-not-first"), effect, "a version counts on the first line only" + kind);
     else
         report(ruleOf("markers.no-marker"), effect,

@@ -15,7 +15,8 @@ protected:
     /// `section` is the marker of sections; `markers` are all that such a file may have.
     MarkerCheck(Findings& findings, std::string_view section, std::span<const std::string_view> markers);
 
-    void onFile(const std::string& path) override;
+    /// Throws Trouble when the file cannot be read.
+    void beginTables(const std::string& path);
     void onLine(std::string_view line, tables::LineUse use, std::string_view what) override;
 
     /// Comes first for each line, whatever is said about it.

@@ -3,7 +3,6 @@
 #include <orbel/tables/TableText.h>
 
 #include "Suggestion.h"
-#include "WholeFile.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -22,13 +21,9 @@ constexpr std::string_view nameColumn = "Name";
 PresetCheck::PresetCheck(Findings& findings) : MarkerCheck(findings, pluginMarker, presetMarkers) {}
 
 void PresetCheck::read(const std::string& path) {
-    readWholeText(path);
-    m_presets.readFile(path, *this);
-}
-
-void PresetCheck::onFile(const std::string& path) {
-    MarkerCheck::onFile(path);
+    beginTables(path);
     m_isInSection = false;
+    m_presets.readFile(path, *this);
 }
 
 std::string_view PresetCheck::kindOf(LineUse use) const {

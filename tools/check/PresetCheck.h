@@ -27,7 +27,6 @@ private:
         std::map<std::string, LinePlace, std::less<>> presets;
     };
 
-    void onFile(const std::string& path) override;
     void onSectionAgain() override;
     void remember(tables::LineUse use, std::string_view what) override;
     void onOtherLine(tables::LineUse use, Effect effect, std::string_view what) override;

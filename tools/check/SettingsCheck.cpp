@@ -2,8 +2,8 @@
 
 #include <orbel/foundation/text/Scanner.h>
 
+#include "../WholeFile.h"
 #include "Suggestion.h"
-#include "WholeFile.h"
 
 #include <algorithm>
 #include <charconv>
@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr std::size_t longestLine = 511;
 constexpr std::string_view folderKey = "ConfigurationFolder";
 constexpr std::string_view presetsFile = "QX_PreSets.csv";
 
@@ -25,7 +24,7 @@ bool startsWithKey(std::string_view text) {
 
 } // namespace
 
-SettingsCheck::SettingsCheck(Findings& findings) : LineCheck(findings, longestLine) {}
+SettingsCheck::SettingsCheck(Findings& findings) : LineCheck(findings, maxSettingsLineLength) {}
 
 void SettingsCheck::read(const std::string& path) {
     beginFile(path);

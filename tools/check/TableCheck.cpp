@@ -3,8 +3,6 @@
 #include <orbel/foundation/text/Scanner.h>
 #include <orbel/tables/TableText.h>
 
-#include "WholeFile.h"
-
 #include <algorithm>
 #include <set>
 
@@ -15,7 +13,6 @@ namespace {
 constexpr std::string_view tableMarker = "__TABLE__";
 constexpr std::string_view delimiterMarker = "__DELIMITER__";
 constexpr std::string_view tableMarkers[] = {tableMarker, delimiterMarker, "__VERSION__", "__PLUGIN__"};
-constexpr std::size_t maxDelimiters = 15;
 constexpr std::string_view lineEnds = "\r\n";
 
 /// The order counts for the first only, which a marker without a comma replaces.
@@ -29,14 +26,10 @@ bool isSame(std::string_view delimiters, std::string_view others) {
 TableCheck::TableCheck(Findings& findings) : MarkerCheck(findings, tableMarker, tableMarkers) {}
 
 void TableCheck::read(const std::string& path) {
-    readWholeText(path);
-    m_tables.readFile(path, *this);
-}
-
-void TableCheck::onFile(const std::string& path) {
-    MarkerCheck::onFile(path);
+    beginTables(path);
     m_table.clear();
     m_delimiters = ",";
+    m_tables.readFile(path, *this);
 }
 
 void TableCheck::remember(LineUse use, std::string_view what) {
@@ -124,9 +117,9 @@ void TableCheck::checkNoComma(Effect effect, std::string_view delimiters) {
 
 void TableCheck::checkDelimiterToken(Effect effect, std::string_view token) {
     const std::string_view visible = token.substr(0, token.find_last_not_of(lineEnds) + 1);
-    if (visible.size() > maxDelimiters)
-        report(ruleOf("tables.delimiter-cut"), Effect::none, visible.substr(maxDelimiters),
-               inQuotes(visible.substr(maxDelimiters)) + " is cut off");
+    if (visible.size() > tables::maxDelimiters)
+        report(ruleOf("tables.delimiter-cut"), Effect::none, visible.substr(tables::maxDelimiters),
+               inQuotes(visible.substr(tables::maxDelimiters)) + " is cut off");
     if (visible.empty())
         report(ruleOf("tables.delimiter-empty"), effect, "only the line end separates from here on");
     else if (visible.find(' ') != std::string_view::npos)

@@ -18,7 +18,6 @@ public:
     void read(const std::string& path);
 
 private:
-    void onFile(const std::string& path) override;
     void remember(tables::LineUse use, std::string_view what) override;
     void onOtherLine(tables::LineUse use, Effect effect, std::string_view what) override;
     std::string_view kindOf(tables::LineUse use) const override;

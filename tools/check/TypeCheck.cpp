@@ -1,21 +1,19 @@
 #include "TypeCheck.h"
 
 #include <orbel/foundation/text/Scanner.h>
+#include <orbel/tree/Limits.h>
 #include <orbel/types/DataObjectField.h>
 #include <orbel/types/TypeParser.h>
 
+#include "../WholeFile.h"
 #include "Suggestion.h"
 #include "Texts.h"
-#include "WholeFile.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <utility>
 
 namespace {
-
-constexpr std::size_t longestFieldName = 99;
-constexpr int mostElements = 16'777'216;
 
 std::string_view firstWord(std::string_view text) {
     text::skipBlanks(text);
@@ -258,7 +256,7 @@ void TypeCheck::checkName(const FieldParts& parts) {
     else if (core.size() < name.size())
         report(ruleOf("types.blank-behind-name"), Effect::other, name,
                "the name of this field is " + inQuotes(name) + ", not " + inQuotes(core));
-    if (name.size() > longestFieldName)
+    if (name.size() > limits::maxNameLength)
         report(ruleOf("types.name-too-long"), Effect::other, name,
                "the name of this field has " + std::to_string(name.size()) + " characters; 99 of them are kept");
 }
@@ -277,7 +275,7 @@ void TypeCheck::checkCount(const FieldParts& parts, int size) {
         report(ruleOf("types.count-reads-as-zero"), Effect::other, count, inQuotes(count) + " reads as 0");
     else if (size < 1)
         report(ruleOf("types.count-below-one"), Effect::other, count, "the count is " + std::to_string(size));
-    else if (size > mostElements)
+    else if (size > limits::maxElements)
         report(ruleOf("types.count-too-large"), Effect::other, count,
                inQuotes(count) + " is more than the 16777216 elements that an array can have");
     const std::string_view ignored[] = {stripped(behind.substr(digits)), stripped(parts.behindCount)};

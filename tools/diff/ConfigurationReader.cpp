@@ -1,6 +1,7 @@
 #include "ConfigurationReader.h"
 
 #include "../CommandLine.h"
+#include "../WholeFile.h"
 #include "../types/Schema.h"
 
 #include <orbel/foundation/platform/Files.h>
@@ -112,9 +113,8 @@ private:
                    const std::vector<std::string>& columns) {
         const std::string& name = row[static_cast<std::size_t>(plugin.getNameColumn())];
         // Only the first of a name is ever found.
-        if (plugin.findRow(name.c_str()) != &row)
+        if (!m_facts.try_emplace(start + name + "/Name", name).second)
             return;
-        m_facts[start + name + "/Name"] = name;
         for (std::size_t at = 0; at < row.size(); ++at) {
             const std::string column = at < columns.size() ? columns[at] : "field " + std::to_string(at + 1);
             m_facts.try_emplace(start + name + '/' + column, row[at]);
@@ -140,11 +140,9 @@ private:
 
     void readTypes() {
         std::vector<std::string> present;
-        for (const std::string& folder : folders()) {
-            std::error_code unreadable;
-            if (fs::is_directory(folder, unreadable))
+        for (const std::string& folder : folders())
+            if (isFolder(folder))
                 present.push_back(folder);
-        }
         DataObjectTypesTable table;
         const Schema schema = readSchema(present, table, [](const std::string&) {});
         for (const Schema::Type& type : schema.types) {

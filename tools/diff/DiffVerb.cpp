@@ -1,5 +1,6 @@
 #include "DiffVerb.h"
 
+#include "../WholeFile.h"
 #include "../shell/Terminal.h"
 #include "../shell/VerbRun.h"
 #include "ConfigurationReader.h"
@@ -9,11 +10,9 @@
 #include <nlohmann/json.hpp>
 
 #include <cstdio>
-#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -33,11 +32,6 @@ struct Difference {
     std::string before;
     std::string after;
 };
-
-bool isFolder(const std::string& path) {
-    std::error_code unreadable;
-    return std::filesystem::is_directory(path, unreadable);
-}
 
 Facts readFacts(const std::string& path) {
     if (isFolder(path))

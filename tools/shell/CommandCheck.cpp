@@ -10,6 +10,7 @@
 #include <orbel/tree/DataObject.h>
 #include <orbel/tree/DataStructure.h>
 #include <orbel/tree/FieldPath.h>
+#include <orbel/tree/Limits.h>
 #include <orbel/tree/TreeState.h>
 
 #include <algorithm>
@@ -17,8 +18,6 @@
 namespace effects {
 
 namespace {
-
-constexpr std::size_t longestPath = 511;
 
 std::string below(DataNode& from, std::string_view path) {
     const std::string start = paths::pathOf(from);
@@ -205,7 +204,7 @@ Complaints ofRange(DataField& field, const AddressedRange& address) {
 } // namespace
 
 std::string nothingAt(DataNode& from, std::string_view path) {
-    if (path.size() > longestPath)
+    if (path.size() > limits::maxPathLength)
         return "a path of " + std::to_string(path.size()) + " characters finds nothing; the longest has 511";
     if (std::string complaint = unknownType(path); !complaint.empty())
         return complaint;

@@ -94,7 +94,7 @@ bool Watches::add(const std::string& path) {
     if (std::find(m_paths.begin(), m_paths.end(), path) == m_paths.end())
         m_paths.push_back(path);
     prune();
-    std::map<DataField*, bool> wanted;
+    std::set<DataField*> wanted;
     collect(path, false, wanted);
     return true;
 }
@@ -105,7 +105,7 @@ bool Watches::remove(const std::string& path) {
         return false;
     m_paths.erase(found);
     prune();
-    std::map<DataField*, bool> wanted;
+    std::set<DataField*> wanted;
     for (const std::string& left : m_paths)
         collect(left, false, wanted);
     std::erase_if(m_watchers, [&](const auto& entry) { return !wanted.contains(entry.first); });
@@ -116,7 +116,7 @@ void Watches::refresh() {
     if (m_paths.empty())
         return;
     prune();
-    std::map<DataField*, bool> wanted;
+    std::set<DataField*> wanted;
     for (const std::string& path : m_paths)
         collect(path, true, wanted);
 }
@@ -140,12 +140,12 @@ void Watches::prune() {
     }
 }
 
-void Watches::collect(const std::string& path, bool tell, std::map<DataField*, bool>& wanted) {
+void Watches::collect(const std::string& path, bool tell, std::set<DataField*>& wanted) {
     for (DataField* field : paths::fieldsAt(m_root, path)) {
         std::vector<DataField*> items;
         collectItems(*field, items);
         for (DataField* item : items)
-            if (wanted.emplace(item, true).second)
+            if (wanted.insert(item).second)
                 watch(*item, tell);
     }
 }

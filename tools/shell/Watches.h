@@ -4,6 +4,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -35,7 +36,7 @@ private:
 
     void prune();
     void watch(DataField& field, bool tell);
-    void collect(const std::string& path, bool tell, std::map<DataField*, bool>& wanted);
+    void collect(const std::string& path, bool tell, std::set<DataField*>& wanted);
 
     DataNode& m_root;
     Print m_print;
