@@ -25,7 +25,7 @@ const Target target("clear-lists", [](std::string_view input) {
         [](Show& show) {
             show.root().executeClearCommand(Text(""));
             for (const char* path : {"a", "b", "scene/title", "caption/text", "points[1]/x"})
-                check(show.at(path)->getData(0)->empty(), "a tree that was cleared holds no text");
+                check(show.textAt(path).empty(), "a tree that was cleared holds no text");
         });
 });
 

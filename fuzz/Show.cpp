@@ -171,6 +171,12 @@ Show::~Show() {
     DataBaseType::setIndent(0);
 }
 
+std::string Show::textAt(const std::string& path) {
+    DataField* const field = at(path);
+    const std::string* const text = field ? field->getData(0) : nullptr;
+    return text ? *text : std::string();
+}
+
 void Show::checkSound() {
     Walk(root()).goDown(root(), 0, true);
 }

@@ -41,6 +41,8 @@ public:
     ~Show();
 
     DataField* at(const std::string& path, int flag = 1) { return root().getField(Text(path), 0, flag); }
+    /// Empty where an input has left no value: one may make a Point of the Label, say.
+    std::string textAt(const std::string& path);
     Orbel& root() { return *m_root; }
 
     /// Checks whatever must hold for any tree.

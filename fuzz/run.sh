@@ -10,26 +10,24 @@ found=$PWD/build/fuzz/corpus
 limits=(-timeout=10 -rss_limit_mb=2048 -malloc_limit_mb=1024)
 max_len=4096
 
-# fuzz TARGET SECONDS prints one line; false when there is a finding.
+# fuzz TARGET SECONDS [OPTIONS] prints one line; false when there is a finding.
 fuzz() {
-    local target=$1 log=build/fuzz/logs/$1.log findings=$PWD/build/fuzz/findings/$1 stale=
+    local target=$1 log=build/fuzz/logs/$1.log findings=$PWD/build/fuzz/findings/$1 failed=0 artifact
     mkdir -p "$found/$target" "$findings" build/fuzz/logs
-    stale=$(ls "$findings")
-    build/fuzz/fuzz/"fuzz_$target" -max_total_time="$2" -max_len=$max_len "${limits[@]}" -print_final_stats=1 \
+    build/fuzz/fuzz/"fuzz_$target" -max_total_time="$2" -max_len=$max_len "${limits[@]}" -print_final_stats=1 "${@:3}" \
         -dict="fuzz/dictionaries/$target.dict" -artifact_prefix="$findings/" \
-        "$found/$target" "$PWD/fuzz/corpus/$target" >"$log" 2>&1 || true
-    local new
-    new=$(comm -13 <(printf '%s\n' "$stale") <(ls "$findings"))
-    awk -v target="$target" -v findings="$(grep -c . <<<"$new")" '
+        "$found/$target" "$PWD/fuzz/corpus/$target" >"$log" 2>&1 || failed=1
+    awk -v target="$target" -v findings="$failed" '
         / cov: / { for (at = 1; at < NF; ++at) { if ($at == "cov:") cov = $(at + 1); if ($at == "corp:") corpus = $(at + 1) } }
         /number_of_executed_units/ { executions = $2 }
         /average_exec_per_sec/ { rate = $2 }
         END { printf "%-18s %10d executions %7d/s  coverage %5d  corpus %-12s findings %d\n",
                      target, executions, rate, cov, corpus, findings }' "$log"
-    [[ -z $new ]] && grep -q number_of_executed_units "$log" && return
-    for name in $new; do
-        printf '  %s\n  replay: build/fuzz/fuzz/fuzz_%s %s\n' "$findings/$name" "$target" "$findings/$name"
-    done
+    [[ $failed == 0 ]] && return
+    artifact=$(sed -n 's/.*Test unit written to //p' "$log")
+    printf '  replay: build/fuzz/fuzz/fuzz_%s %s\n' "$target" "$artifact"
+    # Where it happened, and the input itself: a log is all that is left of a run elsewhere.
+    sed -n '/ERROR: \|runtime error: \|check failed: /,$ { /^0x\|^stat::/d; p }' "$log" | head -n 60 | sed 's/^/    /'
     printf '  log: %s\n' "$log"
     return 1
 }
@@ -61,7 +59,9 @@ each() {
 
 case ${1:-} in
     --merge) each 'merge {}' ;;
-    '') each 'fuzz {} 60' || exit 1 ;;
+    # From the same seed each time: a change is to be judged by what it does, not by luck. Those who look for more name a
+    # target, or keep what build/fuzz/corpus has collected.
+    '') each 'fuzz {} 60 -seed=1' || exit 1 ;;
     *)
         if [[ ! -x build/fuzz/fuzz/fuzz_$1 ]]; then
             echo "fuzz/run.sh: there is no target $1, but: $(ls fuzz/corpus | xargs)" >&2
