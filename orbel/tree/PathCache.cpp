@@ -45,11 +45,11 @@ PathCache::Entry& PathCache::freeEntry(std::uint64_t mark) {
 
 bool PathCache::grow() {
     const std::size_t capacity = std::max(firstEntries, m_capacity + m_capacity / 4);
-    if (capacity > maxEntries) {
+    if (capacity > m_mostEntries) {
         dropAll();
         return true;
     }
-    PathCache larger;
+    PathCache larger(0, m_mostEntries);
     larger.m_entries = new (std::nothrow) Entry[capacity]();
     if (!larger.m_entries)
         return false;

@@ -63,8 +63,9 @@ public:
     static constexpr std::size_t maxEntries = 3'000'000;
 
     PathCache() = default;
-    /// As if everything had been dropped so many times.
-    explicit PathCache(std::uint32_t drops) : m_epoch((std::uint64_t{drops} + 1) << 32U) {}
+    /// As if everything had been dropped so many times; with room for no more than `mostEntries`, 64 or more.
+    explicit PathCache(std::uint32_t drops, std::size_t mostEntries = maxEntries)
+        : m_mostEntries(mostEntries), m_epoch((std::uint64_t{drops} + 1) << 32U) {}
 
     const Entry* find(const DataStructure& asked, std::string_view path) const {
         if (path.size() > maxLength)
@@ -119,6 +120,7 @@ private:
     Entry* m_entries = &s_nothing;
     std::size_t m_capacity = 1;
     std::size_t m_used = 0;
+    std::size_t m_mostEntries = maxEntries;
     /// Counted in the upper half.
     std::uint64_t m_epoch = firstEpoch;
     PathPlace m_place = {};

@@ -118,19 +118,28 @@ TEST(PathCache, StaysSoundWhenItHasDroppedMoreOftenThanItCanCount) {
 }
 
 TEST(PathCache, StartsAnewBeyondItsLargestSize) {
+    EXPECT_EQ(PathCache::maxEntries, 3'000'000u);
     SceneTree tree;
-    static PathCache cache;
-    std::string path = "0000000";
-    std::size_t dropped = 0;
-    for (std::size_t number = 0; number <= PathCache::maxEntries; ++number) {
-        std::string digits = std::to_string(number);
-        path.replace(7 - digits.size(), digits.size(), digits);
-        cache.insert(tree.root, path, *tree.title, *tree.scene);
-        if (dropped == 0 && number > 0 && !cache.find(tree.root, "0000000"))
-            dropped = number;
+    for (const std::size_t most : {64u, 79u, 80u, 1'000u, 20'000u}) {
+        PathCache cache(0, most);
+        std::size_t kept = 0;
+        // So often that it has begun anew a few times.
+        for (std::size_t number = 0; number < most * 3; ++number) {
+            cache.insert(tree.root, std::to_string(number), *tree.title, *tree.scene);
+            ASSERT_EQ(cached(cache, tree, std::to_string(number)), tree.title) << number;
+            if (cached(cache, tree, std::to_string(number - kept))) {
+                ++kept;
+                continue;
+            }
+            // All that came before has gone at once, and there were many of them.
+            ASSERT_EQ(cached(cache, tree, std::to_string(number - 1)), nullptr) << number;
+            ASSERT_GE(kept, most / 2) << number;
+            kept = 1;
+        }
+        EXPECT_LE(kept, most);
+        EXPECT_EQ(cached(cache, tree, "0"), nullptr) << most;
+        cache.release();
     }
-    EXPECT_GT(dropped, PathCache::maxEntries / 2);
-    EXPECT_EQ(cached(cache, tree, path), tree.title);
 }
 
 TEST(PathCache, OfTheProcessFollowsTheTree) {
