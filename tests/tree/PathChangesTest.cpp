@@ -1,6 +1,7 @@
 #include <support/DeclaredTypes.h>
 #include <support/RecordingHandler.h>
 #include <support/SceneTree.h>
+#include <support/Shape.h>
 
 #include <gtest/gtest.h>
 
@@ -62,6 +63,14 @@ public:
 
     DataNode* other = nullptr;
 };
+
+/// The names of a field's handlers, in their order.
+std::string handlersOf(DataField& field) {
+    std::string names;
+    for (int index = 0; index < field.getNumHandlers(); ++index)
+        names += (index == 0 ? "" : " ") + std::string(field.getHandlerByID(index)->getName());
+    return names;
+}
 
 /// So many structures by kind, in a text of this length.
 std::string wayOf(std::size_t steps, std::size_t length) {
@@ -527,25 +536,60 @@ TEST(PathChanges, WaysOfKindsHaveTheirEffectsEachTime) {
 TEST(PathChanges, AWayOfKindsWithoutItsMarkerGetsOneAgain) {
     Orbel root(Text("show"));
     const SubtreeCleanup belowRoot{root};
-    root.getField(Text("node:a/string:x"), 0, 0);
-    auto* a = static_cast<DataStructure*>(root.getField(Text("a"), 0, 0));
+    auto* a = static_cast<DataStructure*>(root.getField(Text("node:a/string:x"), 0, 0)->getParent());
     a->DataField::unregisterHandler(a->getHandlerByName(Text("DUMMY")));
     EXPECT_EQ(a->getNumHandlers(), 0);
-    root.getField(Text("node:a/string:y"), 0, 0);
-    EXPECT_EQ(a->getNumHandlers(), 1);
+    DataField* y = root.getField(Text("node:a/string:y"), 0, 0);
+    EXPECT_EQ(y->getParent(), a);
+    EXPECT_EQ(handlersOf(*a), "DUMMY");
+    EXPECT_EQ(a->getRefCalls(), 2);
+    EXPECT_EQ(shapeOf(root), "show{a{x?,y?}}");
+}
+
+TEST(PathChanges, AWayOfKindsWithoutHandlersGetsItsMarkerAgain) {
+    Orbel root(Text("show"));
+    const SubtreeCleanup belowRoot{root};
+    auto* a = static_cast<DataStructure*>(root.getField(Text("node:a/string:x"), 0, 0)->getParent());
+    a->unregisterAllHandlers();
+    EXPECT_EQ(root.getField(Text("node:a/string:y"), 0, 0)->getParent(), a);
+    EXPECT_EQ(handlersOf(*a), "DUMMY");
+    EXPECT_EQ(a->getRefCalls(), 2);
 }
 
 TEST(PathChanges, AWayOfKindsMayHaveGotObserversMeanwhile) {
     Orbel root(Text("show"));
     const SubtreeCleanup belowRoot{root};
-    DataHandler one, other;
-    root.getField(Text("node:a/string:x"), 0, 0);
-    auto* a = static_cast<DataStructure*>(root.getField(Text("a"), 0, 0));
+    DataHandler one(Text("one")), other(Text("other"));
+    auto* a = static_cast<DataStructure*>(root.getField(Text("node:a/string:x"), 0, 0)->getParent());
     a->DataField::registerHandler(&one);
     a->DataField::registerHandler(&other);
     DataField* y = root.getField(Text("node:a/string:y"), 0, 0);
     EXPECT_EQ(y->getParent(), a);
-    EXPECT_EQ(a->getNumHandlers(), 3);
+    EXPECT_EQ(handlersOf(*a), "DUMMY one other");
+    EXPECT_EQ(a->getRefCalls(), 2);
+    EXPECT_EQ(a->getRef(), 1);
+}
+
+// Each structure on the way counts its kind once, whichever of them has been changed.
+TEST(PathChanges, AWayOfKindsCountsEachStepOnceWhenOneHasNoMarkerInFront) {
+    for (int changed = 0; changed < 3; ++changed) {
+        Orbel root(Text("show"));
+        const SubtreeCleanup belowRoot{root};
+        DataHandler first(Text("first"));
+        DataNode* steps[3] = {};
+        steps[2] = root.getField(Text("node:a/node:b/node:c/string:x"), 0, 0)->getParent();
+        steps[1] = steps[2]->getParent();
+        steps[0] = steps[1]->getParent();
+        steps[changed]->unregisterAllHandlers();
+        steps[changed]->DataField::registerHandler(&first);
+        DataField* y = root.getField(Text("node:a/node:b/node:c/string:y"), 0, 0);
+        EXPECT_EQ(shapeOf(root), "show{a{b{c{x?,y?}}}}");
+        EXPECT_EQ(y->getParent(), steps[2]);
+        for (int step = 0; step < 3; ++step) {
+            EXPECT_EQ(steps[step]->getRefCalls(), 2) << changed << ' ' << step;
+            EXPECT_EQ(handlersOf(*steps[step]), step == changed ? "first DUMMY" : "DUMMY") << changed;
+        }
+    }
 }
 
 TEST(PathChanges, AWayOfKindsThatWasTakenOutIsMadeAnew) {
