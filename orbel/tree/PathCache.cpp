@@ -59,6 +59,7 @@ bool PathCache::grow() {
         if (!isFree(*entry))
             larger.freeEntry(entry->mark) = *entry;
     larger.m_used = m_used;
+    larger.m_place = m_place;
     if (m_entries != &s_nothing)
         delete[] m_entries;
     *this = larger;

@@ -203,6 +203,21 @@ TEST(PathCache, KeepsAWayOfUpTo120Characters) {
     }
 }
 
+// The first plain path after a path with kinds made it look for the way from the start.
+TEST(PathCache, KeepsAWayWhilePlainPathsComeIn) {
+    Orbel root(Text("show"));
+    const SubtreeCleanup belowRoot{root};
+    for (int number = 0; number < 500; ++number)
+        root.getField(Text("string:plain" + std::to_string(number)), 0, 0);
+    DataField* x = root.getField(Text("node:a/string:x"), 0, 0);
+    const PathPlace& place = treeState.paths.place();
+    for (int number = 0; number < 500; ++number) {
+        ASSERT_NE(root.getField(Text("plain" + std::to_string(number)), 0, 0), nullptr);
+        ASSERT_NE(place.behind(root, "node:a/string:y"), nullptr) << number;
+    }
+    EXPECT_EQ(place.chain[place.depth], x->getParent());
+}
+
 TEST(PathCache, KeepsNoWayThroughClassesOfClients) {
     class Show : public Orbel {
         using Orbel::Orbel;
