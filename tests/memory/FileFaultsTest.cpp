@@ -1,5 +1,4 @@
-// How files fail, which only some systems can show: streams that break off, files that open and cannot be read, and
-// files that go while others are read.
+// How files fail, which only some systems can show: streams that break off, and files that open and cannot be read.
 #ifdef __linux__
 
 #include <orbel/foundation/text/LineReader.h>
@@ -18,12 +17,8 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdarg>
 #include <cstdio>
 #include <filesystem>
-#include <functional>
-#include <iostream>
-#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -71,36 +66,6 @@ protected:
 
     Console console;
     WorkingFolder folder;
-};
-
-/// A host whose print function, and an output that, do something once a text is printed.
-std::function<void()> onPrint;
-
-int printAndAct(const char* format, va_list args) {
-    char message[500];
-    const int length = std::vsnprintf(message, sizeof message, format, args);
-    if (std::string(message).find("a.qx") != std::string::npos)
-        onPrint();
-    return length;
-}
-
-class ActingOutput : public std::streambuf {
-public:
-    explicit ActingOutput(std::string awaited) : m_awaited(std::move(awaited)), m_before(std::cout.rdbuf(this)) {}
-    ~ActingOutput() override { std::cout.rdbuf(m_before); }
-
-protected:
-    int overflow(int character) override {
-        m_text += static_cast<char>(character);
-        if (m_text.ends_with(m_awaited))
-            onPrint();
-        return character;
-    }
-
-private:
-    std::string m_awaited;
-    std::string m_text;
-    std::streambuf* m_before;
 };
 
 } // namespace
@@ -204,43 +169,6 @@ TEST_F(FileFaults, TypeFilesThatCannotBeReadAreLeftOut) {
     EXPECT_EQ(DataObject::getTypesTable()->getNumTypes(), 1);
     EXPECT_FALSE(DataObject::readTypesTable(Text("a.qx")));
     EXPECT_FALSE(DataObject::readTypesTable(Text("b.qx")));
-}
-
-TEST_F(FileFaults, TypeFilesThatGoWhileOthersAreReadAreLeftOut) {
-    for (const char* name : {"a.qx", "b.qx", "c.qx"})
-        folder.write(name, std::string(1, name[0]) + "Type = {string x;};");
-    onPrint = [] { std::filesystem::remove("b.qx"); };
-    DataSetVPrintfFunction(printAndAct);
-    DataObject::set_ConfigFolder(Text("."));
-    DataObject::readConfigFiles();
-    EXPECT_NE(DataObject::getTypesTable()->getTypeByName("aType"), nullptr);
-    EXPECT_EQ(DataObject::getTypesTable()->getTypeByName("bType"), nullptr);
-    EXPECT_NE(DataObject::getTypesTable()->getTypeByName("cType"), nullptr);
-}
-
-TEST_F(FileFaults, FoldersOfTypesThatGoWhileTheyAreReadEndThere) {
-    folder.makeFolder("types");
-    for (const char* name : {"types/a.qx", "types/b.qx"})
-        folder.write(name, "Point = {string x;};");
-    folder.write("c.qx", "Label = {string y;};");
-    onPrint = [] { std::filesystem::remove_all("types"); };
-    DataSetVPrintfFunction(printAndAct);
-    DataObject::set_ConfigFolder(Text("types;."));
-    DataObject::readConfigFiles();
-    EXPECT_EQ(DataObject::getTypesTable()->getTypeByName("Point"), nullptr);
-    EXPECT_NE(DataObject::getTypesTable()->getTypeByName("Label"), nullptr);
-}
-
-TEST_F(FileFaults, TablesThatGoWhileOthersAreReadAreLeftOut) {
-    for (const char* name : {"a", "b", "c"})
-        folder.write(std::string("QX_ConvTables_") + name + ".csv",
-                     std::string("__VERSION__,1\n__TABLE__,") + name + ",\nkey,value\n");
-    onPrint = [] { std::filesystem::remove("QX_ConvTables_b.csv"); };
-    const ActingOutput output("QX_ConvTables_a.csv");
-    const ConversionTables tables(".");
-    EXPECT_EQ(tables.lookup("a", "key"), "value");
-    EXPECT_EQ(tables.lookup("b", "key"), "");
-    EXPECT_EQ(tables.lookup("c", "key"), "value");
 }
 
 #endif
