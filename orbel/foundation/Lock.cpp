@@ -4,11 +4,9 @@
 
 namespace QX {
 
-Lock::Lock() : m_section(new CriticalSection) {}
+Lock::Lock() : m_section(std::make_unique<CriticalSection>()) {}
 
-Lock::~Lock() {
-    delete m_section;
-}
+Lock::~Lock() = default;
 
 void Lock::Enter() {
     m_section->enter();

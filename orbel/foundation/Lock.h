@@ -3,6 +3,8 @@
 
 #include <orbel/foundation/Export.h>
 
+#include <memory>
+
 class CriticalSection;
 
 namespace QX {
@@ -21,7 +23,7 @@ public:
     void Leave();
 
 private:
-    CriticalSection* m_section;
+    std::unique_ptr<CriticalSection> m_section;
 };
 
 } // namespace QX

@@ -45,15 +45,15 @@ struct SystemFault {
     std::function<void()> atEntry;
     int entriesGiven = 0;
 };
-SystemFault fault;
+SystemFault systemFault;
 
 /// The fault lasts as long as this.
 class During {
 public:
-    explicit During(SystemFault lasting) { fault = std::move(lasting); }
+    explicit During(SystemFault lasting) { systemFault = std::move(lasting); }
     During(const During&) = delete;
     During& operator=(const During&) = delete;
-    ~During() { fault = {}; }
+    ~During() { systemFault = {}; }
 };
 
 } // namespace
@@ -64,27 +64,27 @@ dirent* __real_readdir(DIR* folder);
 int __real_fstat(int descriptor, struct stat* status);
 
 DIR* __wrap_opendir(const char* path) {
-    if (fault.openError == 0)
+    if (systemFault.openError == 0)
         return __real_opendir(path);
-    errno = fault.openError;
+    errno = systemFault.openError;
     return nullptr;
 }
 
 dirent* __wrap_readdir(DIR* folder) {
-    if (fault.entry >= 0 && fault.entriesGiven++ == fault.entry) {
-        if (fault.atEntry)
-            fault.atEntry();
-        errno = fault.entryError;
-        if (fault.entryError != 0)
+    if (systemFault.entry >= 0 && systemFault.entriesGiven++ == systemFault.entry) {
+        if (systemFault.atEntry)
+            systemFault.atEntry();
+        errno = systemFault.entryError;
+        if (systemFault.entryError != 0)
             return nullptr;
     }
     return __real_readdir(folder);
 }
 
 int __wrap_fstat(int descriptor, struct stat* status) {
-    if (fault.statusError == 0)
+    if (systemFault.statusError == 0)
         return __real_fstat(descriptor, status);
-    errno = fault.statusError;
+    errno = systemFault.statusError;
     return -1;
 }
 }

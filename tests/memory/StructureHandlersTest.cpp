@@ -155,7 +155,7 @@ private:
 using Act = std::function<void(Stage&)>;
 using Acts = std::vector<Act>;
 
-void run(const Acts& acts, Stage& stage) {
+void runAll(const Acts& acts, Stage& stage) {
     for (const Act& act : acts)
         act(stage);
 }
@@ -207,13 +207,13 @@ protected:
         std::vector<std::string> allowed;
         for (std::size_t count = 0; count <= steps.size(); ++count) {
             Stage stage;
-            run(before, stage);
-            run(Acts(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(count)), stage);
+            runAll(before, stage);
+            runAll(Acts(steps.begin(), steps.begin() + static_cast<std::ptrdiff_t>(count)), stage);
             allowed.push_back(stage.state());
         }
         survivesAnywhere([&](const Operate& operate) {
             Stage stage;
-            run(before, stage);
+            runAll(before, stage);
             const bool isDone = operate([&] { act(stage); });
             const std::string state = stage.state();
             if (isDone) {
