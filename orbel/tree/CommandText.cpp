@@ -38,7 +38,8 @@ bool SetCommand::cut(char* command) {
     return true;
 }
 
-AddressedRange::AddressedRange(std::string_view text) : path(text::trim(text)), range(rangeOf(path)) {
+void AddressedRange::cutRange() {
+    range = rangeOf(path);
     if (range)
         path.remove_suffix(range->size() + 1);
 }

@@ -32,7 +32,10 @@ private:
 
 /// A path that may end in a range in brackets: "list[0-3]". Its parts lie in the text that it is taken from.
 struct AddressedRange {
-    explicit AddressedRange(std::string_view text);
+    explicit AddressedRange(std::string_view text) : path(text::trim(text)) {
+        if (path.ends_with(']'))
+            cutRange();
+    }
 
     std::string_view path;
     /// The text behind the "[", with its "]".
@@ -42,6 +45,9 @@ struct AddressedRange {
     std::pair<int, int> valuesOf(DataField& field) const;
     /// The fields that the range selects, the node alone without one. Entries may be null.
     std::vector<DataField*> fieldsOf(DataNode& node) const;
+
+private:
+    void cutRange();
 };
 
 /// Calls `run` with each command of a copy of the list, until the node is destroyed. Commands may be cut up in place.

@@ -3,11 +3,13 @@
 #include <orbel/foundation/DataClassType.h>
 #include <orbel/tree/DataArray.h>
 #include <orbel/tree/DataNode.h>
+#include <orbel/tree/DataValue.h>
 #include <orbel/tree/Orbel.h>
 
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
 #include "ChildTable.h"
+#include "ExactClass.h"
 #include "FieldTies.h"
 #include "FieldWatch.h"
 #include "HandlerList.h"
@@ -130,15 +132,29 @@ DataField* DataField::clone() {
     return static_cast<DataField*>(type()->alloc(getName(), getSize()));
 }
 
-void DataField::parse(char* indexSpec, char* textToRead) {
-    std::string_view tokens = text::viewOf(textToRead);
-    if (!indexSpec) {
-        text::LentText value(treeState.texts, text::readValueToken(tokens).value_or(""));
-        setData(static_cast<const char*>(value.chars()));
+/// Sets the first of the values in a text that ends with a NUL.
+void DataField::parseOne(std::string_view tokens) {
+    const char* const end = tokens.data() + tokens.size();
+    const std::string_view token = text::readValueToken(tokens).value_or("");
+    // A plain value that nobody follows takes it over before anybody else is called, who might change the text.
+    const bool isTakenAtOnce = token.data() + token.size() == end && isExactly<DataValue>(*this) && !targetsIfAny();
+    if (isTakenAtOnce) {
+        static_cast<DataValue*>(this)->DataValue::setData(token.data());
         return;
     }
+    text::LentText value(treeState.texts, token);
+    setData(static_cast<const char*>(value.chars()));
+}
+
+void DataField::parse(char* indexSpec, char* textToRead) {
+    if (indexSpec)
+        parseRanges(indexSpec, text::viewOf(textToRead));
+    else
+        parseOne(text::viewOf(textToRead));
+}
+
+void DataField::parseRanges(std::string_view ranges, std::string_view tokens) {
     const FieldWatch watch(*this);
-    std::string_view ranges = text::viewOf(indexSpec);
     while (!ranges.empty() && !watch.ended()) {
         const text::IndexRange range = text::readIndexRange(ranges);
         if (range.start == -1)

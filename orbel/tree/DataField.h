@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class DataHandler;
@@ -141,6 +142,8 @@ private:
     friend class FieldRef;
     friend class LinkTargets;
 
+    void parseOne(std::string_view tokens);
+    void parseRanges(std::string_view ranges, std::string_view tokens);
     void registerMarker();
     void leave(DataHandler& handler);
     void tellHandlers();

@@ -8,6 +8,7 @@
 #include "../foundation/text/FixedText.h"
 #include "../foundation/text/Scanner.h"
 #include "CommandText.h"
+#include "ExactClass.h"
 #include "FieldTies.h"
 #include "FieldWatch.h"
 #include "Limits.h"
@@ -15,6 +16,8 @@
 #include "TreeState.h"
 
 #include <algorithm>
+#include <optional>
+#include <string>
 
 namespace {
 
@@ -22,8 +25,8 @@ namespace {
 constexpr std::string_view rootName = "Orbel";
 
 bool isNode(DataField& field) {
-    // Most fields are values, which is told sooner than what they derive from.
-    return field.isExactType(DataValue::getClassType()) == 0 && field.isOfType(DataNode::getClassType()) != 0;
+    // Most fields are plain values, which is told sooner than what a field derives from.
+    return !isExactly<DataValue>(field) && field.isOfType(DataNode::getClassType()) != 0;
 }
 
 bool mayRepeat() {
@@ -291,13 +294,17 @@ void DataNode::executeClearField(char* path) {
     const std::string_view written = text::viewOf(path);
     const std::string_view trimmed = text::trim(written);
     const bool endsThere = path && trimmed.data() + trimmed.size() == written.data() + written.size();
-    text::LentText copy(treeState.texts, endsThere ? std::string_view() : trimmed);
-    char* const whole = endsThere ? path + (written.size() - trimmed.size()) : copy.get().data();
+    std::optional<text::LentText> copy;
+    if (!endsThere)
+        copy.emplace(treeState.texts, trimmed);
+    char* const whole = copy ? copy->chars() : path + (written.size() - trimmed.size());
     AddressedRange address(trimmed);
-    // A copy, for the look-up may overwrite the text that it is given.
-    const std::string range(address.range.value_or(std::string_view()));
-    if (address.range)
+    std::string range;
+    if (address.range) {
+        // A copy, for the look-up may overwrite the text that it is given.
+        range = *address.range;
         address.range = range;
+    }
     DataField* field = text::equalsIgnoringCase(trimmed, rootName) ? findRoot() : getField(whole, 0, 0);
     if (!field)
         return;

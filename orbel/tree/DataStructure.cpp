@@ -189,7 +189,7 @@ void DataStructure::parse(char* indexSpec, char* textToRead) {
     std::string_view groups = text::viewOf(textToRead);
     if (!indexSpec) {
         if (const auto commands = text::braceGroup(groups))
-            parseCommand(std::string(*commands).data(), 0);
+            parseCommand(text::LentText(treeState.texts, *commands).chars(), 0);
         return;
     }
     const FieldWatch watch(*this);
@@ -806,13 +806,30 @@ void DataStructure::executeLinkCommand(char* command) {
     }
     if (whole.find('=') == std::string_view::npos)
         return;
+    text::LentText copy(treeState.texts, whole);
+    std::string_view sourceText = copy.view();
+    const std::string_view targetText = text::cutAt(sourceText, '=');
+    char* const target = copy.cut(text::trim(targetText));
+    char* const source = copy.cut(text::trim(sourceText));
+    if (linkKnownValues(target, source))
+        return;
+    // Another copy, for a look-up by a class of a client may overwrite the path that it is given.
     text::LentText copied(treeState.texts, whole);
-    std::string_view sourceText = whole;
-    text::LentText target(treeState.texts, text::trim(text::cutAt(sourceText, '=')));
-    text::LentText source(treeState.texts, text::trim(sourceText));
     const FieldWatch watch(*this);
-    if (addLink(source.chars(), target.chars()) && !watch.ended())
+    if (addLink(source, target) && !watch.ended())
         executeCopyCommand(copied.chars());
+}
+
+/// Links and copies when both paths lead to plain values in use, where nobody is called but the observers of the copy.
+bool DataStructure::linkKnownValues(char* targetPath, char* sourcePath) {
+    const auto known = [this](char* path) { return text::viewOf(path).ends_with(']') ? nullptr : knownValue(path); };
+    DataValue* const target = known(targetPath);
+    DataValue* const source = target ? known(sourcePath) : nullptr;
+    if (!source)
+        return false;
+    source->addTargetLink(target);
+    target->copyData(source, 0, 0, -1);
+    return true;
 }
 
 void DataStructure::dumpListOfFields() {

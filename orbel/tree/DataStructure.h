@@ -123,6 +123,7 @@ private:
     const PathCacheEntry* knownAt(char* path, std::size_t length);
     DataValue* knownValue(char* path);
     bool setFoundData(char* path, char* value);
+    bool linkKnownValues(char* targetPath, char* sourcePath);
     bool getFoundData(char* path, char** value);
     DataField* resolve(char* path, std::size_t length, int index, int flag);
     static bool goAgain(const PathPlace& place);

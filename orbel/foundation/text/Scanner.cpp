@@ -182,10 +182,7 @@ std::size_t findClosingQuote(std::string_view text, std::size_t from) {
     return close;
 }
 
-std::optional<std::string_view> readValueToken(std::string_view& rest) {
-    skipBlanks(rest);
-    if (rest.empty())
-        return std::nullopt;
+std::string_view readQuotedToken(std::string_view& rest) {
     if (!rest.starts_with(doubledQuote))
         return cutAt(rest, ',');
     rest.remove_prefix(2);

@@ -116,9 +116,17 @@ std::optional<std::string_view> behindBrace(std::string_view text);
 /// Where the first doubled quote from `from` on begins that no third quote follows; npos when there is none.
 std::size_t findClosingQuote(std::string_view text, std::size_t from);
 
+/// What readValueToken does when the text begins with a quote.
+std::string_view readQuotedToken(std::string_view& rest);
+
 /// Consumes one comma-separated value and the comma; nothing when no text is left. A value that begins with a
 /// doubled quote ends at the next doubled quote that no third quote follows, and may contain commas.
-std::optional<std::string_view> readValueToken(std::string_view& rest);
+inline std::optional<std::string_view> readValueToken(std::string_view& rest) {
+    skipBlanks(rest);
+    if (rest.empty())
+        return std::nullopt;
+    return rest.front() == '"' ? readQuotedToken(rest) : cutAt(rest, ',');
+}
 
 /// Compares without regard to the case of ASCII letters.
 bool equalsIgnoringCase(std::string_view left, std::string_view right);
