@@ -170,6 +170,14 @@ bool Model::isBelow(Field& field, const Field& above) const {
     return false;
 }
 
+bool Model::isWithin(const Field& field, const Field& above) const {
+    return &field == &above || std::any_of(above.elements.begin(), above.elements.end(), [&](const Field* element) {
+        return element && isWithin(field, *element);
+    }) || std::any_of(above.children.begin(), above.children.end(), [&](const auto& child) {
+        return child.second && isWithin(field, *child.second);
+    });
+}
+
 std::string Model::fullPath(Field& field) const {
     std::vector<Field*> chain;
     for (Field* at = &field; at && chain.size() < 30; at = parentOf(*at))
@@ -456,7 +464,7 @@ bool Model::registerInStructure(Field& node, const std::string& path, int handle
         if (old == found)
             return true;
         unregisterHandler(*old, handler);
-        if (old->handlers.empty() && (found || !isBelow(node, *old))) {
+        if (old->handlers.empty() && (found || !isWithin(node, *old))) {
             if (Field* parent = parentOf(*old))
                 removeField(*parent, old->name, -1);
             if (!found) {

@@ -81,6 +81,8 @@ public:
     Field* parentOf(const Field& field) const;
     bool isElement(const Field& field) const;
     bool isBelow(Field& field, const Field& above) const;
+    /// By what is listed: an element that was moved elsewhere is still one of its array.
+    bool isWithin(const Field& field, const Field& above) const;
     std::string fullPath(Field& field) const;
     std::string dump(Field& field);
 

@@ -385,6 +385,7 @@ Deed Play::resolve(const Step& step) {
     case Op::AddField:
         // A child that is refused belongs to two, and one above its parent closes a circle.
         deed.isPossible = deed.field && deed.other && !m_model.isBelow(*deed.field, *deed.other) &&
+                          !m_model.isWithin(*deed.field, *deed.other) &&
                           !m_model.childOf(*deed.field, deed.other->name);
         break;
     default:
