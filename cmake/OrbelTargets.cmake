@@ -18,12 +18,6 @@ function(orbel_private_settings target)
     endif()
 endfunction()
 
-# orbel_program_options(TARGET) gives a part of a program the options that a build has for those.
-function(orbel_program_options target)
-    separate_arguments(options NATIVE_COMMAND "${ORBEL_PROGRAM_OPTIONS}")
-    target_compile_options(${target} PRIVATE ${options})
-endfunction()
-
 # orbel_debian_headers(TARGET HEADER PACKAGE...) gives a target header-only libraries of Debian packages, each a file or
 # folder of /usr/include. They serve every compiler, but the folder they are in belongs to the native one, so a folder of
 # links to them alone is searched.
