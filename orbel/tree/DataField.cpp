@@ -97,12 +97,14 @@ FieldTies& DataField::ties() {
     return *m_ties;
 }
 
+FieldRef::FieldRef(DataField* field) : m_hold(field ? field->hold() : SharedPart<FieldHold>()) {}
+
 const SharedPart<FieldHold>& DataField::hold() {
+    if (m_ties && m_ties->hold)
+        return m_ties->hold;
     SharedPart<FieldHold>& held = ties().hold;
-    if (!held) {
-        held = SharedPart(new FieldHold);
-        held->field = this;
-    }
+    held = SharedPart(new FieldHold);
+    held->field = this;
     return held;
 }
 

@@ -525,7 +525,8 @@ DataField* DataStructure::findOrCreateQuietly(std::string_view kind, std::string
         return nullptr;
     std::unique_ptr<DataField> child = createField(kind, name);
     child->m_handlers.appendMarker(*child);
-    child->setParent(this, -1);
+    child->m_parent = FieldRef(this);
+    child->m_parentInstance = -1;
     child->ref(this, this);
     m_children->insertNew(*child, hash);
     return child.release();
