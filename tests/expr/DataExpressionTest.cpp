@@ -169,11 +169,11 @@ TEST(DataExpression, NamesBeyondTheLongestPathAreUnknown) {
         EXPECT_EQ(stage.textOf("$(" + name + ")"), "long");
         EXPECT_EQ(query.asked, (Names{name}));
     }
-    std::string path;
-    while (path.size() < 502)
-        path += "near/../";
-    path.resize(path.size() - 8);
-    EXPECT_EQ(stage.textOf("$(" + path + "a)"), "outer");
+    // Any name that begins with two dots stands for the parent.
+    const std::string longest = repeat("near/../", 63) + "a";
+    const std::string dots(511 - longest.size(), '.');
+    EXPECT_EQ(stage.textOf("$(near/.." + dots + longest.substr(7) + ")"), "outer");
+    EXPECT_EQ(stage.textOf("$(near/..." + dots + longest.substr(7) + ")"), "long");
 }
 
 TEST(DataExpression, ValuesAreReadAtEachEvaluation) {
