@@ -170,7 +170,7 @@ void DataArray::parse(char* range, char* textToRead) {
             ++index;
         return;
     }
-    for (std::string_view ranges = text::viewOf(range); !ranges.empty() && !values.empty();) {
+    for (std::string_view ranges = text::viewOf(range); !values.empty();) {
         const text::IndexRange bounds = text::readIndexRange(ranges);
         if (bounds.start == -1)
             return;
