@@ -50,7 +50,6 @@ void DataExpSegment::release() {
 }
 
 void DataExpSegment::fill(Kind kind, std::string_view text, const FieldRef& context) {
-    release();
     m_text = text;
     m_kind = kind;
     m_context = context;
