@@ -376,6 +376,11 @@ TEST(DataExpression, RefreshOfSeveralValuesTellsTheRange) {
     diary.take();
     EXPECT_EQ(stage.textOf("$(REFRESH) $(v[1])"), " one");
     EXPECT_EQ(diary.take(), "V changed 0-2");
+    stage.a()->setSize(2);
+    stage.a()->registerHandler(&handler);
+    diary.take();
+    EXPECT_EQ(stage.textOf("$(REFRESH) $(a)"), " outer");
+    EXPECT_EQ(diary.take(), "V changed 0-1");
 }
 
 TEST(DataExpression, RefreshOfAnEmptyArrayAndOfANode) {
