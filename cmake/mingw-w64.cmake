@@ -12,6 +12,9 @@ set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 
+# Not needed, only faster.
+find_program(ORBEL_LLD ld.lld)
+
 # Debian's command wine is a script that looks for this program, which every test would pay for.
 find_program(ORBEL_WINE NAMES /usr/lib/wine/wine64 wine NO_CMAKE_FIND_ROOT_PATH)
 set(CMAKE_CROSSCOMPILING_EMULATOR "${ORBEL_WINE}")

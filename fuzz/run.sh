@@ -51,10 +51,9 @@ merge() {
 
 export -f fuzz merge
 export found max_len
-# Arrays are not exported. Three for each core, so that all have had their minute after a few; a run that is to find
-# something is one of a single target.
+# Arrays are not exported. All at once: a run that is to find something is one of a single target.
 each() {
-    ls fuzz/corpus | xargs -P "$((3 * $(nproc)))" -I{} bash -c "$(declare -p limits); set -o pipefail; $1"
+    ls fuzz/corpus | xargs -P 12 -I{} bash -c "$(declare -p limits); set -o pipefail; $1"
 }
 
 case ${1:-} in

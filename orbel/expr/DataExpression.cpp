@@ -121,8 +121,6 @@ void DataExpression::addPieces(std::string_view text, const ExpressionWatch& wat
 
 void DataExpression::addPiece(const ExpressionPiece& piece, const ExpressionWatch& watch) {
     using Kind = ExpressionPiece::Kind;
-    DataField* context = m_context.get();
-    DataField* hostField = m_hostField.get();
     switch (piece.kind) {
     case Kind::Literal:
         addSegment(DataExpSegment::Literal, piece.text);
@@ -135,23 +133,23 @@ void DataExpression::addPiece(const ExpressionPiece& piece, const ExpressionWatc
         addSegment(DataExpSegment::ParentPath, "");
         return;
     case Kind::ParentName:
-        if (context)
+        if (DataField* context = m_context.get())
             addSegment(DataExpSegment::Literal, context->getName());
         return;
     case Kind::ParentFullName:
-        if (context)
+        if (DataField* context = m_context.get())
             addSegment(DataExpSegment::Literal, context->getFullPath());
         return;
     case Kind::FieldName:
-        if (hostField)
+        if (DataField* hostField = m_hostField.get())
             addSegment(DataExpSegment::Literal, hostField->getName());
         return;
     case Kind::FieldFullName:
-        if (hostField)
+        if (DataField* hostField = m_hostField.get())
             addSegment(DataExpSegment::Literal, hostField->getFullPath());
         return;
     case Kind::FieldData:
-        if (hostField) {
+        if (DataField* hostField = m_hostField.get()) {
             text::LentText written(expressionState.texts, "$(");
             written.get().append(hostField->getName());
             addReference(DataExpSegment::FieldReference, written.view(), watch);

@@ -6,6 +6,7 @@
 namespace {
 
 constexpr std::string_view opening = "$(";
+constexpr text::CharacterSet nameEnds("[) \t\n\r");
 
 struct Macro {
     std::string_view text;
@@ -22,7 +23,12 @@ constexpr Macro macros[] = {
     {"$(FIELD_DATA)", ExpressionPiece::Kind::FieldData},
 };
 
+/// What the names of all of them begin with: most references are told from them by this.
+constexpr text::CharacterSet macroInitials("RPF");
+
 ExpressionPiece::Kind kindOf(std::string_view text) {
+    if (!macroInitials.contains(text[opening.size()]))
+        return ExpressionPiece::Kind::Reference;
     const auto* found =
         std::find_if(std::begin(macros), std::end(macros), [&](const Macro& macro) { return macro.text == text; });
     return found == std::end(macros) ? ExpressionPiece::Kind::Reference : found->kind;
@@ -32,18 +38,16 @@ ExpressionPiece::Kind kindOf(std::string_view text) {
 
 ExpressionText::ExpressionText(std::string_view text) : m_text(text) {
     text::skipBlanks(m_text);
+    findOpening();
     findWord();
 }
 
 std::optional<ExpressionPiece> ExpressionText::next() {
     if (m_finished)
         return std::nullopt;
-    const std::size_t open = m_text.find(opening, m_at);
-    if (open == std::string_view::npos)
-        return takeLiteral(m_text.size());
-    if (open != m_at)
-        return takeLiteral(open);
-    const std::size_t close = m_text.find(')', open);
+    if (m_open != m_at || m_at == m_text.size())
+        return takeLiteral(m_open);
+    const std::size_t close = m_text.find(')', m_at);
     if (close == std::string_view::npos)
         return takeLiteral(m_text.size());
     return takeMacro(close + 1);
@@ -63,7 +67,12 @@ ExpressionPiece ExpressionText::takeMacro(std::size_t end) {
         piece.text = secondWord();
     m_at = end;
     m_finished = m_at == m_text.size();
+    findOpening();
     return piece;
+}
+
+void ExpressionText::findOpening() {
+    m_open = std::min(m_text.find(opening, m_at), m_text.size());
 }
 
 /// The second word from the cursor on. Contract: words end at white space only, so "$(REFRESH)$(a) $(b)" names b.
@@ -83,13 +92,17 @@ void ExpressionText::findWord() {
 WrittenReference readReference(std::string_view written) {
     written.remove_prefix(std::min(opening.size(), written.size()));
     text::skipBlanks(written);
-    std::string_view word = text::cutAt(written, ')');
-    word = word.substr(0, text::blanks.findIn(word));
     WrittenReference reference;
-    reference.isIndex = word == "INDEX";
-    if (reference.isIndex)
+    reference.name = written.substr(0, nameEnds.findIn(written));
+    written.remove_prefix(reference.name.size());
+    if (!written.starts_with('[')) {
+        reference.isIndex = reference.name == "INDEX";
+        if (reference.isIndex)
+            reference.name = {};
         return reference;
-    reference.name = text::cutAt(word, '[');
+    }
+    std::string_view word = text::cutAt(written, ')');
+    word = word.substr(1, text::blanks.findIn(word) - 1);
     if (word.empty())
         return reference;
     word = text::cutAt(word, ']');

@@ -38,10 +38,13 @@ private:
     ExpressionPiece takeLiteral(std::size_t end);
     ExpressionPiece takeMacro(std::size_t end);
     std::string_view secondWord();
+    void findOpening();
     void findWord();
 
     std::string_view m_text;
     std::size_t m_at = 0;
+    // Where the next macro begins, the end of the text when there is none.
+    std::size_t m_open = 0;
     bool m_finished = false;
     // The first white space behind the cursor and the word behind that, kept so that a text of many macros is not
     // scanned to its end for each.
