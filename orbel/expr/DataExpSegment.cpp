@@ -50,12 +50,9 @@ void DataExpSegment::release() {
 }
 
 void DataExpSegment::fill(Kind kind, std::string_view text, const FieldRef& context) {
-    release();
     m_text = text;
     m_kind = kind;
     m_context = context;
-    m_firstIndex = -1;
-    m_lastIndex = -1;
 }
 
 void DataExpSegment::fillReference(Kind kind, std::string_view written, const FieldRef& context,
@@ -67,7 +64,6 @@ void DataExpSegment::fillReference(Kind kind, std::string_view written, const Fi
     }
     fill(kind, reference.name, context);
     m_firstIndex = reference.range.start;
-    m_lastIndex = reference.range.end;
     if (reference.name.empty())
         return;
     DataField* found = findFrom(context, reference.name);

@@ -46,7 +46,6 @@ private:
     FieldRef m_context;
     FieldRef m_field;
     int m_firstIndex = -1;
-    int m_lastIndex = -1;
 };
 
 #endif

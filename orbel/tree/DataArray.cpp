@@ -170,7 +170,7 @@ void DataArray::parse(char* range, char* textToRead) {
             ++index;
         return;
     }
-    for (std::string_view ranges = text::viewOf(range); !ranges.empty() && !values.empty();) {
+    for (std::string_view ranges = text::viewOf(range); !values.empty();) {
         const text::IndexRange bounds = text::readIndexRange(ranges);
         if (bounds.start == -1)
             return;
@@ -192,17 +192,16 @@ bool DataArray::copyData(DataField* source, int sourceFirst, int targetFirst, in
     if (!source || source->isOfType(getClassType()) == 0)
         return false;
     auto* from = static_cast<DataArray*>(source);
-    sourceFirst = std::max(sourceFirst, 0);
-    targetFirst = std::max(targetFirst, 0);
+    // Behind the last place that an array can have there is nothing, however far.
+    sourceFirst = std::clamp(sourceFirst, 0, limits::maxElements);
+    targetFirst = std::clamp(targetFirst, 0, limits::maxElements);
     const int both = std::min(getSize(), from->getSize());
     count = count < 0 ? both : std::min(count, both);
     const FieldWatch watch(*this);
     const FieldWatch fromWatch(*from);
     for (int done = 0; done < count && !watch.ended() && !fromWatch.ended(); ++done) {
-        DataObject* target = done < getSize() - targetFirst ? getObject(targetFirst + done) : nullptr;
-        if (target)
-            target->copyData(done < from->getSize() - sourceFirst ? from->getObject(sourceFirst + done) : nullptr, 0, 0,
-                             -1);
+        if (DataObject* target = getObject(targetFirst + done))
+            target->copyData(from->getObject(sourceFirst + done), 0, 0, -1);
     }
     return true;
 }

@@ -31,7 +31,7 @@ void PathCache::insert(DataStructure& asked, std::string_view path, DataField& f
 }
 
 void PathCache::release() {
-    if (m_entries != &s_nothing)
+    if (hasMemory())
         delete[] m_entries;
     *this = PathCache();
 }
@@ -60,7 +60,7 @@ bool PathCache::grow() {
             larger.freeEntry(entry->mark) = *entry;
     larger.m_used = m_used;
     larger.m_place = m_place;
-    if (m_entries != &s_nothing)
+    if (hasMemory())
         delete[] m_entries;
     *this = larger;
     return true;

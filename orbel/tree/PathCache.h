@@ -94,6 +94,8 @@ public:
 
     PathPlace& place() { return m_place; }
 
+    /// Until something is remembered there is none.
+    bool hasMemory() const { return m_entries != &s_nothing; }
     /// Drops everything and gives the memory back.
     void release();
 

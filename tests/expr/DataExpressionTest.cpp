@@ -169,11 +169,11 @@ TEST(DataExpression, NamesBeyondTheLongestPathAreUnknown) {
         EXPECT_EQ(stage.textOf("$(" + name + ")"), "long");
         EXPECT_EQ(query.asked, (Names{name}));
     }
-    std::string path;
-    while (path.size() < 502)
-        path += "near/../";
-    path.resize(path.size() - 8);
-    EXPECT_EQ(stage.textOf("$(" + path + "a)"), "outer");
+    // Any name that begins with two dots stands for the parent.
+    const std::string longest = repeat("near/../", 63) + "a";
+    const std::string dots(511 - longest.size(), '.');
+    EXPECT_EQ(stage.textOf("$(near/.." + dots + longest.substr(7) + ")"), "outer");
+    EXPECT_EQ(stage.textOf("$(near/..." + dots + longest.substr(7) + ")"), "long");
 }
 
 TEST(DataExpression, ValuesAreReadAtEachEvaluation) {
@@ -376,6 +376,11 @@ TEST(DataExpression, RefreshOfSeveralValuesTellsTheRange) {
     diary.take();
     EXPECT_EQ(stage.textOf("$(REFRESH) $(v[1])"), " one");
     EXPECT_EQ(diary.take(), "V changed 0-2");
+    stage.a()->setSize(2);
+    stage.a()->registerHandler(&handler);
+    diary.take();
+    EXPECT_EQ(stage.textOf("$(REFRESH) $(a)"), " outer");
+    EXPECT_EQ(diary.take(), "V changed 0-1");
 }
 
 TEST(DataExpression, RefreshOfAnEmptyArrayAndOfANode) {

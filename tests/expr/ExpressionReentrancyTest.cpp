@@ -362,3 +362,22 @@ TEST_F(ExpressionReentrancy, LookupsMayDoAnythingAndCutTheirPath) {
     deleteSubtree(*busy);
     delete busy;
 }
+
+TEST_F(ExpressionReentrancy, ALookupThatEvaluatesTheExpressionHoldsItsFieldOnce) {
+    auto* busy = new Busy(Text("busy"));
+    stage.root.addField(busy, 0);
+    DataValue* leaf = ExpressionStage::add(*busy, "leaf", "green");
+    owned = std::make_unique<DataExpression>();
+    owned->setHostField(&stage.root, leaf);
+    owned->parse(Text("<$(late)>"));
+    DataValue* late = ExpressionStage::add(*busy, "late", "found");
+    EXPECT_EQ(late->getRefCalls(), 1);
+    std::string inner;
+    busy->once = [&] { inner = owned->evaluate(0); };
+    EXPECT_STREQ(owned->evaluate(0), "<found>");
+    EXPECT_EQ(inner, "<found>");
+    EXPECT_EQ(late->getRefCalls(), 2);
+    owned.reset();
+    EXPECT_EQ(late->getRefCalls(), 1);
+    EXPECT_EQ(late->getRef(), 1);
+}

@@ -331,6 +331,18 @@ TEST_F(StructureHandler, TheHandlersOfAContainerAreInTheOrderOfTheHost) {
     EXPECT_EQ(host.log.size(), 3U);
 }
 
+TEST_F(StructureHandler, AListThatTheHostLeavesOpenEndsBehindItsPlugIns) {
+    const int other = add("other", root);
+    const int single = add("single", root);
+    for (const char* name : {"a", "b", "c"})
+        putNamed<Leaf>(other, "Text", "", name);
+    putNamed<Leaf>(single, "Text", "", "d");
+    host.leavesListsOpen = true;
+    EXPECT_EQ(handlersOn(board, other), "a b c");
+    EXPECT_EQ(handlersOn(board, single), "d");
+    EXPECT_EQ(handlersOn(board, single), "d");
+}
+
 TEST_F(StructureHandler, HandlersAreAppended) {
     Leaf& title = leafIn(place, "title", "");
     std::vector<korDataHandler*> handlers{&board};

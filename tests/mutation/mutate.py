@@ -11,7 +11,6 @@ import hashlib
 import json
 import os
 import pathlib
-import random
 import re
 import resource
 import shlex
@@ -19,6 +18,7 @@ import shutil
 import signal
 import subprocess
 import sys
+import tempfile
 import threading
 import time
 
@@ -33,6 +33,7 @@ internal = [folder + "_internal_test" for folder in folders] + ["memory_test"]
 models = [f"orbel_model --seed {seed} --steps 400" for seed in range(1, 7)]
 
 memory_limit = 3 << 30
+output_limit = 64 << 20
 levels = ["-O0", "-O2"]
 standard_headers = ["algorithm", "array", "fstream", "functional", "iostream", "map", "memory", "optional", "sstream",
                     "string", "unordered_map", "vector"]
@@ -44,8 +45,12 @@ standard_headers = ["algorithm", "array", "fstream", "functional", "iostream", "
 class Mutant:
     def __init__(self, path, line, before, after, start, end):
         self.path, self.line, self.before, self.after, self.start, self.end = path, line, before, after, start, end
+        self.column = self.alike = 0
 
     folder = property(lambda self: self.path.split("/")[1])
+
+    # Stays what it is when other lines of the source change.
+    key = property(lambda self: f"{self}  ({self.column}, {self.alike})".replace(f":{self.line}:", ":", 1))
 
     def __str__(self):
         return f"{self.path}:{self.line}: {self.before}  ->  {self.after or '(nothing)'}"
@@ -98,6 +103,7 @@ def mutants_of(path):
         found.append(Mutant(path, text.count("\n", 0, start) + 1, " ".join(whole.split()), " ".join(changed.split()),
                             start, end))
         found[-1].replacement = after
+        found[-1].column = start - line_start
 
     for pattern, replacements in patterns:
         for match in pattern.finditer(code):
@@ -113,6 +119,11 @@ def mutants_of(path):
         for match in statement.finditer(code):
             if not keywords.match(match[1]):
                 add(match.start(1), match.end(1), ";")
+    seen = {}
+    for mutant in sorted(found, key=lambda mutant: mutant.start):
+        key = mutant.key
+        mutant.alike = seen.get(key, 0)
+        seen[key] = mutant.alike + 1
     return found
 
 
@@ -132,15 +143,17 @@ def sources_to_change(names):
 
 
 def spread(mutants, count, seed):
-    """A random choice in which small folders have more than their share, because they are small by design."""
+    """A random choice in which small folders have more than their share, because they are small by design.
+
+    A line that changes moves only its own changes to another place.
+    """
     by_folder = {}
     for mutant in mutants:
         by_folder.setdefault(mutant.folder, []).append(mutant)
-    chance = random.Random(seed)
     placed = []
     for folder in sorted(by_folder):
         group = by_folder[folder]
-        chance.shuffle(group)
+        group.sort(key=lambda mutant: hashlib.sha256(f"{seed} {mutant.key}".encode()).digest())
         placed += [(place / len(group) ** 0.6, folder, place, mutant) for place, mutant in enumerate(group)]
     placed.sort(key=lambda entry: entry[:3])
     return [entry[3] for entry in placed][:count or None]
@@ -152,19 +165,23 @@ def spread(mutants, count, seed):
 def limited():
     resource.setrlimit(resource.RLIMIT_AS, (memory_limit, memory_limit))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+    # A changed library may print without end.
+    resource.setrlimit(resource.RLIMIT_FSIZE, (output_limit, output_limit))
 
 
 def run(command, timeout, environment=None, folder=None):
     """The exit code and the output; None for the code when it took too long."""
-    process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                               env=environment, cwd=folder, preexec_fn=limited, start_new_session=True)
-    try:
-        output = process.communicate(timeout=timeout)[0]
-        return process.returncode, output.decode(errors="replace")
-    except subprocess.TimeoutExpired:
-        os.killpg(process.pid, signal.SIGKILL)
-        process.communicate()
-        return None, ""
+    with tempfile.TemporaryFile() as output:
+        process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=output, stderr=subprocess.STDOUT,
+                                   env=environment, cwd=folder, preexec_fn=limited, start_new_session=True)
+        try:
+            code = process.wait(timeout)
+        except subprocess.TimeoutExpired:
+            code = None
+            os.killpg(process.pid, signal.SIGKILL)
+            process.wait()
+        output.seek(0)
+        return code, output.read().decode(errors="replace")
 
 
 class Library:
@@ -349,11 +366,21 @@ class Tester:
         return digests[0] == digests[1]
 
 
+def read_outcomes(file):
+    """The last outcome of each change."""
+    if not file.exists():
+        return {}
+    return {entry["change"]: entry["outcome"] for entry in map(json.loads, file.read_text().splitlines())}
+
+
 def main():
     parser = argparse.ArgumentParser(prog="./dev mutate", description=__doc__.split("\n\n")[0])
     parser.add_argument("files", nargs="*", help="sources or folders below orbel/; all when there are none")
     parser.add_argument("--sample", type=int, default=100, help="how many changes to try; 0 for all (100)")
-    parser.add_argument("--skip", type=int, default=0, help="how many of the sample were tried before (0)")
+    parser.add_argument("--results", type=pathlib.Path, default=built / "results.jsonl",
+                        help="where the outcomes are kept (build/mutation/results.jsonl)")
+    parser.add_argument("--go-on", action="store_true", help="keep the outcomes there, and try what has none")
+    parser.add_argument("--survivors", action="store_true", help="the same, and try again what no test noticed")
     parser.add_argument("--seed", type=int, default=1, help="which ones (1)")
     parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="how many at once")
     parser.add_argument("--minutes", type=float, default=0, help="begin no further change after so long")
@@ -362,11 +389,17 @@ def main():
 
     mutants = [mutant for path in sources_to_change(options.files) for mutant in mutants_of(path)]
     total = len(mutants)
-    mutants = spread(mutants, options.sample, options.seed)[options.skip:]
+    mutants = spread(mutants, options.sample, options.seed)
     if options.list:
         print(*mutants, sep="\n")
         return
-    print(f"{len(mutants)} of {total} possible changes, seed {options.seed}", flush=True)
+    known = read_outcomes(options.results) if options.go_on or options.survivors else {}
+    if options.survivors:
+        known = {key: outcome for key, outcome in known.items() if outcome != "survived"}
+    results = [(mutant, known[mutant.key]) for mutant in mutants if mutant.key in known]
+    mutants = [mutant for mutant in mutants if mutant.key not in known]
+    print(f"{len(mutants)} of {total} possible changes, seed {options.seed}"
+          + (f", besides {len(results)} tried before" if results else ""), flush=True)
 
     libraries = [Library(built / f"library{number}") for number in range(options.jobs)]
     with concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
@@ -379,7 +412,8 @@ def main():
               + "".join(f", without {test}" for test in suite.left_out), flush=True)
 
     end = time.monotonic() + 60 * options.minutes if options.minutes else None
-    waiting, results, lock = iter(mutants), [], threading.Lock()
+    waiting, lock = iter(mutants), threading.Lock()
+    kept = options.results.open("a" if options.go_on or options.survivors else "w")
 
     def work(library):
         tester = Tester(library, suites)
@@ -388,9 +422,13 @@ def main():
                 mutant = next(waiting, None)
             if mutant is None or end and time.monotonic() > end:
                 return
+            start = time.monotonic()
             outcome = tester.outcome(mutant)
+            seconds = time.monotonic() - start
             with lock:
                 results.append((mutant, outcome))
+                print(json.dumps({"change": mutant.key, "outcome": outcome, "seconds": round(seconds, 1)}), file=kept,
+                      flush=True)
                 told = "does not count" if outcome is None else outcome
                 print(f"{mutant}  {told if outcome in (None, 'survived') else 'killed by ' + told}", flush=True)
 

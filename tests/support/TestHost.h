@@ -80,6 +80,8 @@ public:
     std::string nameOfNothing;
     /// Gives null instead of texts.
     bool isSilent = false;
+    /// Writes no -1 behind the plug-ins of a container.
+    bool leavesListsOpen = false;
     /// Called for a plug-in that was made.
     std::function<void(int plugin)> onCreate;
 

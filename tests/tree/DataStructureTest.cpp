@@ -551,6 +551,37 @@ TEST(WholePathAccess, ResolvesTheEntryOfAKey) {
     EXPECT_EQ(size, 2);
 }
 
+TEST(WholePathAccess, OutOfAnElementLeadsToTheFirstElement) {
+    SceneTree tree;
+    DataObject& last = *tree.points->getObject(2);
+    DataField* const x = tree.xOfPoint(0);
+    Text path("../x");
+    int size = 0;
+    std::string string = "string";
+    char* pointer = nullptr;
+    std::vector<char*> list;
+    EXPECT_TRUE(last.setFieldSize(path, 2));
+    EXPECT_EQ(x->getSize(), 2);
+    EXPECT_TRUE(last.getFieldSize(path, &size));
+    EXPECT_EQ(size, 2);
+    EXPECT_TRUE(last.setFieldData(path, Text("text")));
+    EXPECT_EQ(*x->getData(0), "text");
+    EXPECT_TRUE(last.setFieldData(path, &string));
+    EXPECT_EQ(*x->getData(0), "string");
+    EXPECT_TRUE(last.setFieldData(path, Text("indexed"), 1));
+    EXPECT_EQ(*x->getData(1), "indexed");
+    EXPECT_TRUE(last.getFieldData(path, &string));
+    EXPECT_EQ(string, "string");
+    EXPECT_TRUE(last.getFieldData(path, &pointer));
+    EXPECT_EQ(pointer, x->getData(0)->data());
+    EXPECT_TRUE(last.getFieldData(path, &list, 0, -1));
+    ASSERT_EQ(list.size(), 2u);
+    EXPECT_STREQ(list[1], "indexed");
+    EXPECT_TRUE(last.setFieldData(path, Texts{"a", "b"}, 0, -1));
+    EXPECT_EQ(valuesOf(x), (std::vector<std::string>{"a", "b"}));
+    EXPECT_EQ(tree.xOfPoint(1)->getDataInitialized(), 0);
+}
+
 TEST(WholePathAccess, CreatesThroughKinds) {
     SceneTree tree;
     EXPECT_TRUE(tree.root.setFieldData(Text("node:extra/string:v"), Text("new")));

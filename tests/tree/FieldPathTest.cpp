@@ -332,6 +332,16 @@ TEST(FieldPathKind, OnAnExistingChildAddsItsMarkerBehindOtherHandlers) {
     EXPECT_STREQ(tree.title->getHandlerByID(1)->getName(), "DUMMY");
 }
 
+TEST(FieldPathKind, OnAnExistingChildCountsAnewWhoAsksForRealChanges) {
+    SceneTree tree;
+    DataHandler other(Text("other"));
+    tree.title->registerHandler(&other);
+    other.setNotifyOnValueChange(1);
+    EXPECT_EQ(tree.title->getCountNotifyOnValueChange(), 0);
+    tree.at("scene/string:title");
+    EXPECT_EQ(tree.title->getCountNotifyOnValueChange(), 1);
+}
+
 // Each look-up added the marker once more.
 TEST(FieldPathKind, OnAnExistingChildAddsOneMarkerForOneThatWasRenamed) {
     SceneTree tree;

@@ -258,6 +258,30 @@ TEST_F(ManyLinks, InARowPassAChangeOn256Times) {
     }
 }
 
+TEST(LinkListsTest, AWalkKeepsItsPlaceWhenMostTargetsLeave) {
+    Diary diary;
+    DataValue source(Text("source"));
+    std::vector<std::unique_ptr<DataValue>> targets;
+    for (int number = 0; number < 60; ++number) {
+        targets.push_back(std::make_unique<DataValue>(Text("target")));
+        source.addTargetLink(targets.back().get());
+    }
+    RecordingHandler handler(diary, "");
+    targets[10]->registerHandler(&handler);
+    // 10 to 29, 58 and 59 stay, and 10 are skipped for the 10 that stood before.
+    handler.onceThen([&] {
+        for (std::size_t number = 0; number < 58; ++number)
+            if (number < 10 || number >= 30)
+                targets[number]->removeSourceLink();
+    });
+    source.setData("x");
+    std::string told;
+    for (std::size_t number = 0; number < targets.size(); ++number)
+        if (targets[number]->getDataInitialized() != 0)
+            told += std::to_string(number) + ' ';
+    EXPECT_EQ(told, "0 1 2 3 4 5 6 7 8 9 10 21 22 23 24 25 26 27 28 29 58 59 ");
+}
+
 // A target that joined when few were left of many was never taken off again: it was still set after it was released,
 // also when it had been destroyed.
 TEST(LinkListsTest, TargetThatJoinsAfterMostHaveGoneCanLeave) {

@@ -102,6 +102,23 @@ TEST(TypeLimits, TypesNestAHundredDeep) {
     EXPECT_NE(limitedObject("T98")->getField(Text("in"), 0, 0), nullptr);
 }
 
+TEST(TypeLimits, AnArrayIsNoLevel) {
+    std::string text = "T0 = {string x;};";
+    for (int level = 1; level <= 200; ++level)
+        text += 'T' + std::to_string(level) + " = {T" + std::to_string(level - 1) + " in;};";
+    DeclaredTypes types(text + "Top = {T200 list[2];};");
+    const auto depth = [](DataField* field) {
+        int levels = 0;
+        for (; field; field = static_cast<DataObject*>(field)->getField(Text("in"), 0, 0))
+            ++levels;
+        return levels;
+    };
+    const Tree<DataArray> array(DataObject::createArray(Text("T200"), Text("a"), 2));
+    EXPECT_EQ(depth(array->getObject(1)), 100);
+    const auto top = limitedObject("Top");
+    EXPECT_EQ(depth(static_cast<DataArray*>(top->getField(Text("list"), 0, 0))->getObject(1)), 99);
+}
+
 TEST(TypeLimits, ArraysOfArraysEndToo) {
     std::string text = "T0 = {string x;};";
     for (int level = 1; level <= 1'000; ++level)

@@ -45,6 +45,23 @@ private:
     int* m_destroyed;
 };
 
+/// Looks for itself in a type when it is destroyed.
+class AskingField : public DataObjectField {
+public:
+    AskingField(DataObjectType& type, std::vector<std::string>& found) : m_type(&type), m_found(&found) {}
+    AskingField(const AskingField&) = delete;
+    AskingField& operator=(const AskingField&) = delete;
+    ~AskingField() override {
+        std::vector<DataObjectField*> fields;
+        m_type->getFieldsList(fields);
+        m_found->push_back((m_type->getField(getName()) ? "one of " : "none of ") + std::to_string(fields.size()));
+    }
+
+private:
+    DataObjectType* m_type;
+    std::vector<std::string>* m_found;
+};
+
 /// What parseGetName makes of a text.
 struct NameSplit {
     explicit NameSplit(std::string statement) : text(std::move(statement)), name(text.size() + 2, '?') {
@@ -234,6 +251,16 @@ TEST(DataObjectType, DestroysTheFieldsItHolds) {
         EXPECT_EQ(destroyed, 0);
     }
     EXPECT_EQ(destroyed, 2);
+}
+
+TEST(DataObjectType, HasNoFieldsAnyMoreWhenItDestroysThem) {
+    std::vector<std::string> found;
+    {
+        DataObjectType type;
+        type.addField(new AskingField(type, found));
+        type.addField(new AskingField(type, found));
+    }
+    EXPECT_EQ(found, (std::vector<std::string>{"none of 0", "none of 0"}));
 }
 
 TEST(DataObjectType, RemoveAllLetsGoOfTheFields) {

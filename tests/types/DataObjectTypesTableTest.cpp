@@ -239,3 +239,23 @@ TEST(DataObjectTypesTable, SpecExpandsAHundredTypesInsideEachOther) {
     EXPECT_EQ(lines("T100"), 100 * 2);
     EXPECT_EQ(lines("T199"), 100 * 2);
 }
+
+TEST(DataObjectTypesTable, SpecOpens65536TypesForOne) {
+    const auto manyOf = [](const std::string& type) {
+        std::string fields;
+        for (int number = 0; number < 300; ++number)
+            fields += type + " f" + std::to_string(number) + ';';
+        return '{' + fields + "};";
+    };
+    Schema schema("Leaf = {string x;}; Row = " + manyOf("Leaf") + " Wide = " + manyOf("Row"));
+    std::ostringstream os;
+    schema.type("Wide")->dumpSpec(os, &schema.table, -1);
+    const std::string spec = os.str();
+    int leaves = 0;
+    for (std::size_t at = spec.find("Value x;"); at != std::string::npos; at = spec.find("Value x;", at + 1))
+        ++leaves;
+    // Itself, 217 rows with all their leaves, and one more with 217 of them; the others are shown closed.
+    EXPECT_EQ(leaves, 217 * 300 + 217);
+    EXPECT_EQ(1 + 217 + leaves + 1, 65'536);
+    EXPECT_EQ(std::count(spec.begin(), spec.end(), '{'), 300 + 218 * 300);
+}

@@ -23,7 +23,7 @@ public:
     std::size_t take(std::string_view text, std::size_t at) {
         switch (text[at]) {
         case '"':
-            if (at + 1 == text.size() || text[at + 1] != '"')
+            if (text.substr(at, doubledQuote.size()) != doubledQuote)
                 return 1;
             m_quoted = !m_quoted;
             return 2;

@@ -38,6 +38,15 @@ TEST(Writer, PadsATextAsTheStreamWould) {
     EXPECT_EQ(os.width(), 0);
 }
 
+TEST(Writer, PadsAnEmptyTextToOneCharacterToo) {
+    std::ostringstream os;
+    os << std::setw(1) << std::setfill('.');
+    text::write(os, "");
+    text::write(os, "");
+    EXPECT_EQ(os.str(), ".");
+    EXPECT_EQ(os.width(), 0);
+}
+
 TEST(Writer, AppendsAnyNumber) {
     EXPECT_EQ(digits(0), "=0");
     EXPECT_EQ(digits(std::numeric_limits<int>::max()), "=2147483647");

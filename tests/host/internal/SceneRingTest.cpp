@@ -107,7 +107,8 @@ TEST_F(SceneRingTest, TheLastPlaceIsFollowedByTheFirst) {
 }
 
 TEST_F(SceneRingTest, AnyNumberNamesAScene) {
-    for (const int scene : {0, 2'147'483'647, -2'147'483'647}) {
+    for (const int scene : {0, -2, 2'147'483'647, -2'147'483'647}) {
+        EXPECT_FALSE(ring.holds(scene));
         ring.add(scene);
         EXPECT_TRUE(ring.holds(scene));
         ring.remove(scene);

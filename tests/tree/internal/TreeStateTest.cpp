@@ -35,6 +35,20 @@ TEST(TreeState, NamesTheStructureBelowWhichALeafEndsThePath) {
     EXPECT_EQ(treeState.lastSearched, &tree.root);
 }
 
+TEST(TreeState, PathsAreRememberedUntilTheLastStructureGoes) {
+    {
+        Orbel root(Text("root"));
+        DataValue title(Text("title"));
+        root.addField(&title, 0);
+        EXPECT_FALSE(treeState.paths.hasMemory());
+        EXPECT_EQ(root.getField(Text("title"), 0, 0), &title);
+        EXPECT_TRUE(treeState.paths.hasMemory());
+        { const DataStructure brief(Text("brief")); }
+        EXPECT_TRUE(treeState.paths.hasMemory());
+    }
+    EXPECT_FALSE(treeState.paths.hasMemory());
+}
+
 TEST(TreeState, WildcardKeepsTheRestOfThePath) {
     SceneTree tree;
     EXPECT_EQ(tree.at("*/x"), nullptr);
