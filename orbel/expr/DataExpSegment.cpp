@@ -3,6 +3,7 @@
 #include <orbel/tree/DataNode.h>
 
 #include "../tree/Limits.h"
+#include "../tree/TreeState.h"
 #include "ExpressionState.h"
 #include "ExpressionText.h"
 #include "ExpressionWatch.h"
@@ -13,9 +14,14 @@ namespace {
 
 /// The field at `name` in the nearest enclosing node that has it. Paths can create fields, so this may run callbacks,
 /// which must not reach the name.
-DataField* findFrom(FieldRef node, std::string_view name) {
+DataField* findFrom(const FieldRef& start, std::string_view name) {
     if (name.size() > limits::maxPathLength)
         return nullptr;
+    // Nobody is called, and what the name leads to is there: it need not be kept from anybody.
+    if (start.get())
+        if (const PathCacheEntry* known = treeState.resolveKnown(*start.get(), name); known && known->isDirect)
+            return known->field;
+    FieldRef node = start;
     text::LentText scratch(expressionState.texts);
     while (node.get()) {
         // Each time anew, for the lookup may cut its text up.

@@ -130,11 +130,20 @@ inline void ChildTable::append(DataField& field, Entry entry, std::uint32_t hash
     ++m_shape;
 }
 
+inline bool ChildTable::hasFreeSlot() const {
+    const std::size_t wanted = m_entries.size() + 1;
+    return wanted <= fewChildren || wanted * 4 <= m_slots.size() * 3;
+}
+
 void ChildTable::makeRoom() {
+    if (m_entries.size() == m_entries.capacity() || !hasFreeSlot())
+        grow();
+}
+
+void ChildTable::grow() {
     if (m_entries.size() == m_entries.capacity())
         m_entries.reserve(std::max<std::size_t>(8, m_entries.size() * 2));
-    const std::size_t wanted = m_entries.size() + 1;
-    if (wanted <= fewChildren || wanted * 4 <= m_slots.size() * 3)
+    if (hasFreeSlot())
         return;
     // Small tables grow faster: most structures have some dozens of children, and then it is done in two steps.
     std::vector<Slot> slots(m_slots.empty() ? 16 : m_slots.size() * (m_slots.size() < 256 ? 4 : 2));

@@ -117,6 +117,8 @@ private:
     void putIntoSlot(Slot filled);
     static Entry entryFor(DataField& field);
     void append(DataField& field, Entry entry, std::uint32_t hash);
+    bool hasFreeSlot() const;
+    void grow();
     void fillSlots();
     void dropHoles();
     void putInOrder();

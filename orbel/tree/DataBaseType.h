@@ -90,6 +90,7 @@ protected:
 private:
     friend class ChildTable;
     friend class DataField;
+    friend class DataStructure;
 
     void aboutToRename(const char* name);
 

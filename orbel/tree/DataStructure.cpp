@@ -52,6 +52,39 @@ void writeLabel(std::ostream& os, DataField& child) {
     }
 }
 
+/// The lines of values that follow each other in a dump. Where nobody looks on half way they are written together.
+class DumpLines {
+public:
+    explicit DumpLines(std::ostream& os) : m_os(os), m_lines(treeState.texts) {}
+
+    static bool fits(DataField& child) {
+        return treeState.dumpFlushesOnce && DataBaseType::indentation < limits::maxTreeDepth &&
+               child.isExactType(DataValue::classType) != 0 && isExactly<DataValue>(child);
+    }
+
+    /// Begins a line, whose text is to be added.
+    std::string& next() {
+        if (m_lines.view().size() >= atOnce)
+            write();
+        text::appendLineEnd(m_lines.get(), DataBaseType::indentation);
+        return m_lines.get();
+    }
+
+    void write() {
+        if (m_lines.view().empty())
+            return;
+        text::writeTabs(m_os, 0);
+        text::write(m_os, m_lines.view());
+        m_lines.get().clear();
+    }
+
+private:
+    static constexpr std::size_t atOnce = 4'096;
+
+    std::ostream& m_os;
+    text::LentText m_lines;
+};
+
 /// Whether a child of this node is within the depth that trees may have.
 bool mayGoDeeper(DataNode& node) {
     int depth = 1;
@@ -133,13 +166,20 @@ void DataStructure::dump(std::ostream& os, int first, int last, int withName) {
     }
     text::write(os, "{");
     incrIndent();
+    DumpLines lines(os);
     m_children->forEach([&](const char*, DataField& child) {
+        if (DumpLines::fits(child)) {
+            static_cast<DataValue&>(child).appendDump(lines.next(), first, last, 1);
+            return;
+        }
+        lines.write();
         if (child.isExactType(valueType) != 0 || child.isOfType(nodeType) == 0)
             text::writeLineEnd(os, getIndent());
         else
             text::write(os, "\n");
         child.dump(os, first, last, 1);
     });
+    lines.write();
     text::writeLineEnd(os, decrIndent());
     text::write(os, "}");
     dump.end();
@@ -244,17 +284,36 @@ bool DataStructure::copyData(DataField* source, int /*sourceIndex*/, int /*targe
 bool DataStructure::addField(DataField* field, int instance) {
     if (!field)
         return false;
+    return !takeInAgain(*field, instance) && takeIn(*field, instance);
+}
+
+/// Paths with kinds take in what is there already. That only counts, as long as the child is nobody else's.
+inline bool DataStructure::takeInAgain(DataField& child, int instance) {
+    if (child.m_listedIn != &*m_children || child.m_parent.get() != this || !child.m_owners.isOnly(this))
+        return false;
+    ++child.m_referenceCalls;
+    child.m_parentInstance = instance;
+    return true;
+}
+
+/// addField for those who know that it is the library's own.
+inline void DataStructure::takeInQuietly(DataField& field) {
+    if (!takeInAgain(field, -1))
+        takeIn(field, -1);
+}
+
+bool DataStructure::takeIn(DataField& field, int instance) {
     // What else takes memory of naming a parent.
     hold();
-    const bool added = m_children->insert(*field);
+    const bool added = m_children->insert(field);
     try {
-        field->ref(this, this);
+        field.ref(this, this);
     } catch (...) {
         if (added)
-            m_children->erase(field->getName());
+            m_children->erase(field.getName());
         throw;
     }
-    field->setParent(this, instance);
+    field.setParent(this, instance);
     return added;
 }
 
@@ -444,36 +503,32 @@ private:
     char m_copy[limits::maxPathLength + 1];
 };
 
-/// What a plain path in use leads to, without looking for it; null when it has to be resolved.
-inline const PathCacheEntry* DataStructure::knownAt(char* path, std::size_t length) {
-    const PathCacheEntry* known = treeState.paths.find(*this, {path, length});
-    if (!known)
-        return nullptr;
-    treeState.lastSearched = known->searched;
-    treeState.wildcard = false;
-    return known;
-}
-
 DataField* DataStructure::getField(char* path, int index, int flag) {
     if (!path)
         return nullptr;
     const std::size_t length = strnlen(path, limits::maxPathLength + 1);
-    if (const PathCacheEntry* known = knownAt(path, length))
+    if (const PathCacheEntry* known = treeState.resolveKnown(*this, {path, length}))
         return known->field;
     return length <= limits::maxPathLength ? resolve(path, length, index, flag) : nullptr;
 }
 
 /// The leaf at a plain path in use, if nobody can have overridden what is asked of it.
 inline DataValue* DataStructure::knownValue(char* path) {
-    const PathCacheEntry* known = path ? knownAt(path, strnlen(path, PathCache::maxLength + 1)) : nullptr;
+    if (!path)
+        return nullptr;
+    const PathCacheEntry* known = treeState.resolveKnown(*this, {path, strnlen(path, PathCache::maxLength + 1)});
     return known && known->isDirect ? static_cast<DataValue*>(known->field) : nullptr;
 }
 
 DataField* DataStructure::resolve(char* path, std::size_t length, int index, int flag) {
     const std::string_view whole(path, length);
     PathPlace& place = treeState.paths.place();
-    if (const char* segment = place.behind(*this, whole); segment && goAgain(place))
-        return Resolution(*place.chain[place.depth], segment, 0, 1).run();
+    if (const auto segment = place.behind(*this, whole); segment && goAgain(place)) {
+        DataStructure& reached = *place.chain[place.depth];
+        if (DataField* child = reached.resolveQuietly(*segment))
+            return child;
+        return Resolution(reached, segment->data(), 0, 1).run();
+    }
     Resolution resolution(*this, path, index, flag);
     DataField* found = resolution.run();
     if (found && resolution.isPlain())
@@ -489,8 +544,25 @@ bool DataStructure::goAgain(const PathPlace& place) {
         if (!place.chain[step]->m_handlers.hasMarkerInFront())
             return false;
     for (std::size_t step = 1; step <= place.depth; ++step)
-        place.chain[step - 1]->DataStructure::addField(place.chain[step], -1);
+        place.chain[step - 1]->takeInQuietly(*place.chain[step]);
     return true;
+}
+
+/// The child that one segment leads to when it has a kind and no key, and nobody is called. Null for all other cases,
+/// in which nothing is done.
+DataField* DataStructure::resolveQuietly(std::string_view segment) {
+    const std::size_t colon = segment.find(':');
+    if (colon == std::string_view::npos)
+        return nullptr;
+    const PathSegment parts{segment.substr(0, colon), segment.substr(colon + 1), std::nullopt};
+    if (parts.isWildcard() || parts.isParent() || parts.name.find('[') != std::string_view::npos)
+        return nullptr;
+    DataField* child = findOrCreateQuietly(*parts.kind, parts.name);
+    if (child) {
+        treeState.lastSearched = this;
+        treeState.wildcard = false;
+    }
+    return child;
 }
 
 /// Contract: a kind retypes what exists, as far as it can have an object type.
@@ -518,12 +590,14 @@ DataField* DataStructure::findOrCreateQuietly(std::string_view kind, std::string
                                             child->isExactType(DataStructure::classType) != 0);
         if (!isPlainChild || !child->m_handlers.hasMarkerInFront())
             return nullptr;
-        DataStructure::addField(child, -1);
+        takeInQuietly(*child);
         return child;
     }
-    if ((kind != "string" && kind != "node") || !mayGoDeeper(*this))
+    if (!mayGoDeeper(*this))
         return nullptr;
-    std::unique_ptr<DataField> child = createField(kind, name);
+    std::unique_ptr<DataField> child = createPlainField(kind, name);
+    if (!child)
+        return nullptr;
     child->m_handlers.appendMarker(*child);
     child->m_parent = FieldRef(this);
     child->m_parentInstance = -1;

@@ -120,13 +120,16 @@ private:
 
     class Resolution;
 
-    const PathCacheEntry* knownAt(char* path, std::size_t length);
     DataValue* knownValue(char* path);
     bool setFoundData(char* path, char* value);
     bool linkKnownValues(char* targetPath, char* sourcePath);
     bool getFoundData(char* path, char** value);
     DataField* resolve(char* path, std::size_t length, int index, int flag);
     static bool goAgain(const PathPlace& place);
+    bool takeInAgain(DataField& child, int instance);
+    void takeInQuietly(DataField& field);
+    bool takeIn(DataField& field, int instance);
+    DataField* resolveQuietly(std::string_view segment);
     DataField* findOrCreateQuietly(std::string_view kind, std::string_view name);
     DataField* findOrCreate(std::string_view kind, std::string_view name);
     static void setObjectTypeOf(DataField& child, std::string_view kind);

@@ -14,6 +14,7 @@
 #include "TreeState.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <ostream>
@@ -30,13 +31,30 @@ namespace {
     stored.assign(text);
 }
 
-/// Numbers and times, most of what a show writes, keep their lengths: then nothing but the characters changes. The new
-/// text may lie in the old one.
+/// Copies so many characters, of which one word holds half or more. Both ends are read before one is written, for the
+/// two texts may be the same.
+template <class Word>
+void copyEnds(char* to, const char* from, std::size_t size) {
+    const std::size_t last = size - sizeof(Word);
+    Word ends[2];
+    std::memcpy(&ends[0], from, sizeof(Word));
+    std::memcpy(&ends[1], from + last, sizeof(Word));
+    std::memcpy(to, &ends[0], sizeof(Word));
+    std::memcpy(to + last, &ends[1], sizeof(Word));
+}
+
+/// Numbers and times, most of what a show writes, are short and keep their lengths: then nothing but the characters
+/// changes, without a call. The new text may lie in the old one.
 void write(std::string& stored, std::string_view text) {
-    if (stored.size() == text.size())
-        std::memmove(stored.data(), text.data(), text.size());
-    else
+    const std::size_t size = text.size();
+    if (stored.size() != size)
         replace(stored, text);
+    else if (size >= 8 && size <= 16)
+        copyEnds<std::uint64_t>(stored.data(), text.data(), size);
+    else if (size >= 4 && size < 8)
+        copyEnds<std::uint32_t>(stored.data(), text.data(), size);
+    else
+        std::memmove(stored.data(), text.data(), size);
 }
 
 } // namespace
@@ -124,23 +142,9 @@ const char* DataValue::getTypeName() {
 
 void DataValue::dump(std::ostream& os, int first, int last, int withName) {
     DumpUnderWay dump(os);
-    const DumpRange range(getSize(), first, last);
     text::LentText line(treeState.texts);
-    std::string& rest = line.get();
-    if (withName != 0) {
-        rest += getName();
-        range.appendIndex(rest);
-        rest += '=';
-    }
-    for (int index = range.from(); index <= range.to(); ++index) {
-        if (index != range.from())
-            rest += ',';
-        // The vector is the client's too, and may be empty.
-        if (const std::string* stored = getData(index))
-            rest += *stored;
-    }
-    rest += ';';
-    std::string_view toWrite = rest;
+    appendDump(line.get(), first, last, withName);
+    std::string_view toWrite = line.view();
     if (os.width() != 0) {
         // A width that the caller has set is for the name alone.
         const std::size_t name = withName != 0 ? text::viewOf(getName()).size() : 0;
@@ -149,6 +153,23 @@ void DataValue::dump(std::ostream& os, int first, int last, int withName) {
     }
     text::write(os, toWrite);
     dump.endFlushed();
+}
+
+void DataValue::appendDump(std::string& out, int first, int last, int withName) {
+    const DumpRange range(getSize(), first, last);
+    if (withName != 0) {
+        out += getName();
+        range.appendIndex(out);
+        out += '=';
+    }
+    for (int index = range.from(); index <= range.to(); ++index) {
+        if (index != range.from())
+            out += ',';
+        // The vector is the client's too, and may be empty.
+        if (const std::string* stored = getData(index))
+            out += *stored;
+    }
+    out += ';';
 }
 
 void DataValue::dumpXML(std::ostream& os) {

@@ -51,8 +51,11 @@ public:
     bool copyData(DataField* source, int sourceIndex, int targetIndex, int count) override;
 
 private:
+    friend class DataStructure;
+
     struct Texts;
 
+    void appendDump(std::string& out, int first, int last, int withName);
     std::string* firstText();
     std::vector<std::string>& texts();
     bool isSimple() const;

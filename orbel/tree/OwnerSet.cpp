@@ -26,10 +26,6 @@ OwnerSet::~OwnerSet() {
     delete m_owners.second();
 }
 
-bool OwnerSet::empty() const {
-    return m_owners.second() ? m_owners.second()->empty() : !m_owners;
-}
-
 bool OwnerSet::insertAnother(void* owner) {
     if (!m_owners && fitsAlone(owner)) {
         m_owners = decltype(m_owners)::ofFirst(owner);

@@ -15,9 +15,10 @@ public:
     ~OwnerSet();
 
     void swap(OwnerSet& other) { std::swap(m_owners, other.m_owners); }
-    bool empty() const;
+    bool empty() const { return m_owners.second() ? m_owners.second()->empty() : !m_owners; }
+    bool isOnly(const void* owner) const { return owner && m_owners.first() == owner; }
     /// False when it was there already.
-    bool insert(void* owner) { return (!owner || m_owners.first() != owner) && insertAnother(owner); }
+    bool insert(void* owner) { return !isOnly(owner) && insertAnother(owner); }
     /// False when it was not there.
     bool erase(void* owner);
 

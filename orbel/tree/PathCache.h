@@ -6,6 +6,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <optional>
 #include <string_view>
 
 class DataField;
@@ -13,7 +15,7 @@ class DataStructure;
 
 /// What one plain path, asked of one structure, leads to. One line of the processor's cache.
 struct alignas(64) PathCacheEntry {
-    const DataStructure* asked;
+    const DataField* asked;
     DataField* field;
     /// The structure in which the last segment was looked up.
     DataStructure* searched;
@@ -38,13 +40,13 @@ struct PathPlace {
     std::size_t length;
     std::array<char, maxLength> path;
 
-    /// The last segment of a path whose others led here, null for other paths.
-    const char* behind(const DataStructure& asked, std::string_view text) const {
+    /// The last segment of a path whose others led here; no value for other paths.
+    std::optional<std::string_view> behind(const DataStructure& asked, std::string_view text) const {
         if (length == 0 || length >= text.size() || chain[0] != &asked || text[length] != '/' ||
             std::memcmp(path.data(), text.data(), length) != 0)
-            return nullptr;
-        const char* segment = text.data() + length + 1;
-        return std::memchr(segment, '/', text.size() - length - 1) ? nullptr : segment;
+            return std::nullopt;
+        const std::string_view segment = text.substr(length + 1);
+        return segment.find('/') == std::string_view::npos ? std::optional(segment) : std::nullopt;
     }
 };
 
@@ -67,7 +69,7 @@ public:
     explicit PathCache(std::uint32_t drops, std::size_t mostEntries = maxEntries)
         : m_mostEntries(mostEntries), m_epoch((std::uint64_t{drops} + 1) << 32U) {}
 
-    const Entry* find(const DataStructure& asked, std::string_view path) const {
+    const Entry* find(const DataField& asked, std::string_view path) const {
         if (path.size() > maxLength)
             return nullptr;
         const std::uint64_t mark = markOf(asked, path);
@@ -103,7 +105,7 @@ private:
     static constexpr std::size_t firstEntries = 64;
     static constexpr std::uint64_t firstEpoch = std::uint64_t{1} << 32U;
 
-    std::uint64_t markOf(const DataStructure& asked, std::string_view path) const {
+    std::uint64_t markOf(const DataField& asked, std::string_view path) const {
         return m_epoch | namehash::of(path, reinterpret_cast<std::uintptr_t>(&asked));
     }
     std::size_t home(std::uint64_t mark) const {

@@ -6,6 +6,7 @@
 
 #include <iosfwd>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class DataField;
@@ -23,6 +24,15 @@ struct TreeState {
     char wildcardRest[1000] = {};
     /// Where plain paths have led to. Takes no memory any more when the last structure has gone.
     PathCache paths;
+    /// What a plain path in use leads to, as if it were resolved; null when it has to be.
+    const PathCacheEntry* resolveKnown(const DataField& asked, std::string_view path) {
+        const PathCacheEntry* known = paths.find(asked, path);
+        if (!known)
+            return nullptr;
+        lastSearched = known->searched;
+        wildcard = false;
+        return known;
+    }
     int childTables = 0;
     /// The result of DataField::getFullPath.
     std::string fullPath;

@@ -141,6 +141,20 @@ TEST_F(SingleValueTest, LongTextsAreStoredWhole) {
     EXPECT_EQ(*value.getData(0), text);
 }
 
+TEST_F(SingleValueTest, TextsOfEveryLengthTakeThePlaceOfOthersAsLong) {
+    for (std::size_t length = 0; length <= 40; ++length) {
+        const std::string old(length, '.');
+        std::string text;
+        for (std::size_t at = 0; at < length; ++at)
+            text += static_cast<char>('A' + at);
+        value.setData(old.c_str());
+        value.setData(text.c_str());
+        EXPECT_EQ(*value.getData(0), text);
+        value.setData(static_cast<const char*>(value.getData(0)->c_str()));
+        EXPECT_EQ(*value.getData(0), text);
+    }
+}
+
 TEST_F(DataValueTest, VirtualOperationsKeepTheOrderOfFields) {
     EXPECT_EQ(virtualSlot(&DataValue::getSize), virtualSlot(&DataField::getSize));
     EXPECT_EQ(virtualSlot(&DataValue::copyData), 19u);

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <iomanip>
 #include <sstream>
@@ -57,6 +58,41 @@ TEST(DumpStreams, AFileHoldsAllOfADumpOnceItIsWritten) {
     EXPECT_EQ(textOf(folder.path("dump.txt")), "scene ={\n\ttitle=news;\n}title=news;");
     tree.scene->dumpInternal(os, -1, -1);
     EXPECT_EQ(textOf(folder.path("dump.txt")), "scene ={\n\ttitle=news;\n}title=news;string:title=news;\n");
+}
+
+TEST(DumpStreams, BuffersOfHostsAreGivenTheTextThatAStringStreamHolds) {
+    SceneTree tree;
+    for (int number = 0; number < 700; ++number) {
+        const std::string path = (number % 40 == 0 ? "node:n" : "string:s") + std::to_string(number);
+        if (DataField* field = tree.scene->getField(Text(path), 0, 1); number % 40 != 0)
+            field->setData(std::string(static_cast<std::size_t>(number), 'x').c_str());
+    }
+    tree.at("scene/s3", 1)->setSize(3);
+    Counting<std::stringbuf> buffer;
+    std::ostream ofHost(&buffer);
+    std::ostringstream os;
+    for (std::ostream* out : {&ofHost, static_cast<std::ostream*>(&os)}) {
+        *out << std::setw(9) << std::setfill('.');
+        tree.root.dump(*out, 1, 2, 1);
+        EXPECT_EQ(out->fill(), '\t');
+        EXPECT_EQ(out->width(), 0);
+    }
+    EXPECT_EQ(os.str(), buffer.str());
+    EXPECT_NE(os.str().find("\n\t\ts3[1-2]=,;\n\t\ts30="), std::string::npos);
+}
+
+TEST(DumpStreams, ADumpAtAnyLevelIsIndentedByIt) {
+    SceneTree tree;
+    tree.title->setData("news");
+    for (const int level : {-5, 0, 3, 999, 1'000, 5'000}) {
+        std::ostringstream os;
+        DataBaseType::setIndent(level);
+        tree.scene->dump(os, -1, -1, 1);
+        EXPECT_EQ(DataBaseType::getIndent(), level);
+        const auto tabs = [](int count) { return std::string(static_cast<std::size_t>(std::max(count, 0)), '\t'); };
+        EXPECT_EQ(os.str(), tabs(level) + "scene ={\n" + tabs(level + 1) + "title=news;\n" + tabs(level) + "}");
+    }
+    DataBaseType::setIndent(0);
 }
 
 TEST(DumpStreams, AFieldThatDumpsToAnotherStreamFlushesThatToo) {

@@ -47,4 +47,9 @@ void writeLineEnd(std::ostream& os, int tabs) {
     writeRest(os, tabs - now);
 }
 
+void appendLineEnd(std::string& out, int tabs) {
+    out += '\n';
+    out.append(static_cast<std::size_t>(std::max(tabs, 0)), '\t');
+}
+
 } // namespace text

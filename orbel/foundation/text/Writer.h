@@ -18,6 +18,7 @@ void writeTabs(std::ostream& os, int count);
 
 /// The same behind a line end.
 void writeLineEnd(std::ostream& os, int tabs);
+void appendLineEnd(std::string& out, int tabs);
 
 } // namespace text
 

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <sstream>
 #include <string>
 
 namespace {
@@ -17,6 +18,25 @@ namespace {
 DataField* cached(const PathCache& cache, SceneTree& tree, const std::string& path) {
     const PathCache::Entry* entry = cache.find(tree.root, path);
     return entry ? entry->field : nullptr;
+}
+
+/// All that a path tells and does behind another one, with or without the way kept between them.
+std::string traceOf(const std::string& segment, bool keepsWay) {
+    Orbel root(Text("show"));
+    const SubtreeCleanup belowRoot{root};
+    root.getField(Text("node:a/node:b/DataHashTable:t:"), 0, 0);
+    root.getField(Text("node:a/node:b/string:first"), 0, 0);
+    if (!keepsWay)
+        treeState.paths.drop();
+    DataField* found = root.getField(Text("node:a/node:b/" + segment), 0, 0);
+    std::ostringstream trace;
+    trace << (found ? found->getFullPath() : "-") << ' ' << (found ? found->getTypeName() : "-") << ' '
+          << (found ? found->getRefCalls() : -1) << ' ' << (found ? found->getNumHandlers() : -1) << ' '
+          << root.getField(Text("a"), 0, 1)->getRefCalls() << root.getField(Text("a/b"), 0, 1)->getRefCalls() << ' ';
+    found = root.getField(Text("node:a/node:b/" + segment), 0, 0);
+    trace << treeState.wildcard << ' ' << treeState.lastSearched->getName() << ' ';
+    root.dump(trace, -1, -1, 1);
+    return trace.str();
 }
 
 } // namespace
@@ -177,18 +197,47 @@ TEST(PathCache, KeepsAWayOfUpTo8Steps) {
     for (std::size_t steps = 1; steps <= 10; ++steps, way += "/node:a") {
         treeState.paths.drop();
         DataField* x = root.getField(Text(way + "/string:x"), 0, 0);
-        const char* behind = place.behind(root, way + "/string:y");
-        ASSERT_EQ(behind != nullptr, steps <= 8) << steps;
-        if (!behind)
+        const std::string sibling = way + "/string:y";
+        ASSERT_EQ(place.behind(root, sibling).has_value(), steps <= 8) << steps;
+        if (steps > 8)
             continue;
+        EXPECT_EQ(place.behind(root, sibling), "string:y");
         EXPECT_EQ(place.depth, steps);
         EXPECT_EQ(place.chain[0], &root);
         EXPECT_EQ(place.chain[steps], x->getParent());
-        EXPECT_EQ(place.behind(root, way), nullptr);
-        EXPECT_EQ(place.behind(root, way + "b/string:y"), nullptr);
-        EXPECT_EQ(place.behind(root, way + "/node:b/string:y"), nullptr);
-        EXPECT_EQ(place.behind(*place.chain[1], way + "/string:y"), nullptr);
+        EXPECT_FALSE(place.behind(root, way));
+        EXPECT_FALSE(place.behind(root, way + "b/string:y"));
+        EXPECT_FALSE(place.behind(root, way + "/node:b/string:y"));
+        EXPECT_FALSE(place.behind(*place.chain[1], way + "/string:y"));
     }
+}
+
+TEST(PathCache, GoesTheWayThatThePathFromTheStartGoes) {
+    for (const char* segment : {"string:first",
+                                "string:x",
+                                "node:x",
+                                "string:",
+                                ":x",
+                                "x",
+                                "first",
+                                "string:first[0]",
+                                "string:x[1]",
+                                "string:a:b",
+                                "string:*",
+                                "*",
+                                "string:..",
+                                "string:..x",
+                                "..",
+                                "DataHashTable:t:",
+                                "DataHashTable:t",
+                                "t[k]",
+                                "node:t",
+                                "Point:x",
+                                "Point:first",
+                                "Point[4]:x",
+                                "string[2]:x",
+                                ""})
+        EXPECT_EQ(traceOf(segment, true), traceOf(segment, false)) << segment;
 }
 
 TEST(PathCache, KeepsAWayOfUpTo120Characters) {
@@ -213,7 +262,7 @@ TEST(PathCache, KeepsAWayWhilePlainPathsComeIn) {
     const PathPlace& place = treeState.paths.place();
     for (int number = 0; number < 500; ++number) {
         ASSERT_NE(root.getField(Text("plain" + std::to_string(number)), 0, 0), nullptr);
-        ASSERT_NE(place.behind(root, "node:a/string:y"), nullptr) << number;
+        ASSERT_TRUE(place.behind(root, "node:a/string:y")) << number;
     }
     EXPECT_EQ(place.chain[place.depth], x->getParent());
 }
