@@ -60,6 +60,7 @@ set(doc_dir "${CMAKE_INSTALL_DOCDIR}")
 if(WIN32)
     set(doc_dir ".")
     orbel_compiler_runtime(runtime_dlls)
+    list(TRANSFORM runtime_dlls REPLACE "^.*/" "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/")
     install(
         FILES ${runtime_dlls}
         DESTINATION "${CMAKE_INSTALL_BINDIR}"

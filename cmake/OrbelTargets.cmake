@@ -58,6 +58,17 @@ function(orbel_compiler_runtime variable)
     set(${variable} "${paths}" PARENT_SCOPE)
 endfunction()
 
+# orbel_copy_compiler_runtime(FOLDER) puts them into a folder, without what they carry for debuggers, which is ten times
+# as much and would be read whenever a program starts.
+function(orbel_copy_compiler_runtime folder)
+    file(MAKE_DIRECTORY "${folder}")
+    orbel_compiler_runtime(runtime_dlls)
+    foreach(dll IN LISTS runtime_dlls)
+        cmake_path(GET dll FILENAME name)
+        execute_process(COMMAND "${CMAKE_STRIP}" -o "${folder}/${name}" "${dll}" COMMAND_ERROR_IS_FATAL ANY)
+    endforeach()
+endfunction()
+
 # orbel_host_exports(TARGET) lets an executable that defines the functions of orbel/host/HostApi.h export them, and
 # nothing else, to the library and the plug-ins that it loads.
 function(orbel_host_exports target)
