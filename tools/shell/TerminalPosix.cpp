@@ -66,7 +66,8 @@ char** completeWord(const char* /*word*/, int start, int end) {
         return nullptr;
     if (texts.size() > 1)
         texts.insert(texts.begin(), commonStart(texts));
-    auto** list = static_cast<char**>(std::calloc(texts.size() + 1, sizeof(char*)));
+    // Whether there is one alone, libedit tells from the third entry, however soon the list ends.
+    auto** list = static_cast<char**>(std::calloc(std::max<std::size_t>(texts.size() + 1, 3), sizeof(char*)));
     for (std::size_t at = 0; at < texts.size(); ++at)
         list[at] = copyOf(texts[at]);
     return list;
