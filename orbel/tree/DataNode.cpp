@@ -42,6 +42,24 @@ bool mayRun(const char* command) {
     return mayRepeat();
 }
 
+/// The plain value at a path in use, which is found without calling anybody; null for everything else, also for some
+/// of several values.
+DataValue* knownValue(DataNode& node, std::string_view written) {
+    const std::string_view path = text::trim(written);
+    const PathCacheEntry* known = path.ends_with(']') ? nullptr : treeState.resolveKnown(node, path);
+    return known && known->isDirect ? static_cast<DataValue*>(known->field) : nullptr;
+}
+
+/// Copies between plain values in use, which most copies are. False for all others, where nothing is done.
+bool copyKnownValue(DataNode& node, std::string_view targetPath, std::string_view sourcePath) {
+    DataValue* const target = knownValue(node, targetPath);
+    DataValue* const source = target ? knownValue(node, sourcePath) : nullptr;
+    if (!source)
+        return false;
+    target->copyData(source, 0, 0, std::min(source->getSize(), target->getSize()));
+    return true;
+}
+
 void repeat(DataNode& node, text::LentText& command, int index) {
     const NestedCall repetition(treeState.repetitionDepth);
     node.executeCommand(command.get().data(), index);
@@ -249,10 +267,11 @@ void DataNode::getFieldsByRange(char* /*range*/, std::vector<DataField*>* out) {
 }
 
 void DataNode::executeCopyCommand(char* command) {
-    text::LentText copy(treeState.texts, text::viewOf(command));
-    const std::size_t equals = copy.view().find('=');
-    if (equals == std::string_view::npos)
+    const std::string_view whole = text::viewOf(command);
+    const std::size_t equals = whole.find('=');
+    if (equals == std::string_view::npos || copyKnownValue(*this, whole.substr(0, equals), whole.substr(equals + 1)))
         return;
+    text::LentText copy(treeState.texts, whole);
     const AddressedRange to(copy.view().substr(0, equals));
     const AddressedRange from(copy.view().substr(equals + 1));
     char* const targetPath = copy.cut(to.path);

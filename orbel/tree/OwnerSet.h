@@ -16,6 +16,7 @@ public:
 
     void swap(OwnerSet& other) { std::swap(m_owners, other.m_owners); }
     bool empty() const { return m_owners.second() ? m_owners.second()->empty() : !m_owners; }
+    /// False also where owners take memory.
     bool isOnly(const void* owner) const { return owner && m_owners.first() == owner; }
     /// False when it was there already.
     bool insert(void* owner) { return !isOnly(owner) && insertAnother(owner); }
