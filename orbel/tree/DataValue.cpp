@@ -221,7 +221,8 @@ inline void DataValue::tellSimply(const FieldWatch& watch) {
     walkSingle(watch, [this](DataHandler& handler) { handler.onChange(*this, true); });
 }
 
-inline void DataValue::store(const FieldWatch& watch, const char* value) {
+/// Apart, for it needs more registers than what is simple.
+[[gnu::noinline]] void DataValue::store(const FieldWatch& watch, const char* value) {
     // The vector is the client's too.
     if (m_texts && m_texts->list.empty())
         m_texts->list.resize(1);

@@ -23,6 +23,7 @@ void LinkTargets::append(DataField* field) {
         throw;
     }
     ++m_live;
+    noteOnly();
 }
 
 /// Of the last target.
@@ -62,6 +63,7 @@ void LinkTargets::remove(const DataField* field) {
         ++m_first;
     if (!m_walks && (m_live == 0 || m_targets.size() > 2 * m_live + fewTargets))
         dropHoles();
+    noteOnly();
 }
 
 void LinkTargets::dropHoles() {

@@ -36,7 +36,7 @@ public:
     bool isFollowed() const { return m_live != 0 || !m_silent.empty(); }
 
     /// The target, when there is just one; null may also mean that it was not the only one of late.
-    DataField* only() const { return m_targets.size() == 1 ? m_targets.front() : nullptr; }
+    DataField* only() const { return m_only; }
 
     /// Goes over the targets by position: those appended meanwhile are reached, and one is skipped for each that is
     /// removed at or before the position of the walk. Lives on the stack; the list must outlive it.
@@ -75,8 +75,11 @@ private:
 
     std::size_t positionOf(const DataField* field) const;
     void notePosition(DataField* field);
+    void noteOnly() { m_only = m_targets.size() == 1 ? m_targets.front() : nullptr; }
     void dropHoles();
 
+    /// Kept at hand: along a chain of links each is found through the one before it.
+    DataField* m_only = nullptr;
     /// In order; null for those that were removed, which are dropped when no walk is under way.
     std::vector<DataField*> m_targets;
     /// Where each stands; empty while there are few.

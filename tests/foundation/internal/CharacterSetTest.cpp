@@ -35,3 +35,13 @@ TEST(CharacterSet, DropsItsCharactersAtTheBeginningOrTheEnd) {
     EXPECT_EQ(vowels.skip("aei"), "");
     EXPECT_EQ(vowels.dropEnd("aei"), "");
 }
+
+TEST(CharacterSet, OfOneCharacterFindsIt) {
+    constexpr text::CharacterSet comma(",");
+    EXPECT_EQ(comma.findIn("key,value,"), 3u);
+    EXPECT_EQ(comma.findIn("key,value,", 4), 9u);
+    EXPECT_EQ(comma.findIn("key"), 3u);
+    EXPECT_EQ(comma.findIn("key", 3), 3u);
+    EXPECT_EQ(comma.findIn(""), 0u);
+    EXPECT_EQ(comma.findOutside(",,a"), 2u);
+}
