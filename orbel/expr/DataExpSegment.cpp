@@ -19,8 +19,8 @@ DataField* findFrom(const FieldRef& start, std::string_view name) {
         return nullptr;
     // Nobody is called, and what the name leads to is there: it need not be kept from anybody.
     if (start.get())
-        if (const PathCacheEntry* known = treeState.resolveKnown(*start.get(), name); known && known->isDirect)
-            return known->field;
+        if (DataField* known = treeState.resolveKnownValue(*start.get(), name))
+            return known;
     FieldRef node = start;
     text::LentText scratch(expressionState.texts);
     while (node.get()) {

@@ -46,8 +46,7 @@ bool mayRun(const char* command) {
 /// of several values.
 DataValue* knownValue(DataNode& node, std::string_view written) {
     const std::string_view path = text::trim(written);
-    const PathCacheEntry* known = path.ends_with(']') ? nullptr : treeState.resolveKnown(node, path);
-    return known && known->isDirect ? static_cast<DataValue*>(known->field) : nullptr;
+    return path.ends_with(']') ? nullptr : static_cast<DataValue*>(treeState.resolveKnownValue(node, path));
 }
 
 /// Copies between plain values in use, which most copies are. False for all others, where nothing is done.

@@ -516,8 +516,8 @@ DataField* DataStructure::getField(char* path, int index, int flag) {
 inline DataValue* DataStructure::knownValue(char* path) {
     if (!path)
         return nullptr;
-    const PathCacheEntry* known = treeState.resolveKnown(*this, {path, strnlen(path, PathCache::maxLength + 1)});
-    return known && known->isDirect ? static_cast<DataValue*>(known->field) : nullptr;
+    const std::string_view start(path, strnlen(path, PathCache::maxLength + 1));
+    return static_cast<DataValue*>(treeState.resolveKnownValue(*this, start));
 }
 
 DataField* DataStructure::resolve(char* path, std::size_t length, int index, int flag) {

@@ -33,6 +33,11 @@ struct TreeState {
         wildcard = false;
         return known;
     }
+    /// The same when it is a DataValue whose virtual operations need not be looked up; null for everything else.
+    DataField* resolveKnownValue(const DataField& asked, std::string_view path) {
+        const PathCacheEntry* known = resolveKnown(asked, path);
+        return known && known->isDirect ? known->field : nullptr;
+    }
     int childTables = 0;
     /// The result of DataField::getFullPath.
     std::string fullPath;
