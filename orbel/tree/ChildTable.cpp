@@ -108,7 +108,7 @@ bool ChildTable::insert(DataField& field) {
 
 void ChildTable::insertNew(DataField& field, std::uint32_t hash) {
     makeRoom();
-    append(field, entryFor(field), hash);
+    append(field, Entry::ofFirst(&field), hash);
 }
 
 ChildTable::Entry ChildTable::entryFor(DataField& field) {

@@ -40,7 +40,7 @@ public:
     std::optional<DataField*> look(std::string_view name, std::uint32_t hash) const;
     /// Under the field's present name; false when the name is taken by a child that is alive.
     bool insert(DataField& field);
-    /// The name is not taken.
+    /// The name is not taken, and no other table lists the field.
     void insertNew(DataField& field, std::uint32_t hash);
     /// After this, adding an entry does not fail half-way.
     void makeRoom();

@@ -48,7 +48,9 @@ void DataBaseType::indent(std::ostream& os) {
     text::writeTabs(os, indentation);
 }
 
-DataBaseType::DataBaseType(char* name) : m_type(classType), m_name{} {
+DataBaseType::DataBaseType(char* name) : DataBaseType(classType, text::viewOf(name)) {}
+
+DataBaseType::DataBaseType(DataType* type, std::string_view name) : m_type(type), m_name{} {
     text::copyCut(m_name, name);
 }
 

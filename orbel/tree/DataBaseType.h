@@ -6,6 +6,7 @@
 #include <orbel/tree/OwnerSet.h>
 
 #include <iosfwd>
+#include <string_view>
 
 class ChildTable;
 class DataField;
@@ -92,6 +93,7 @@ private:
     friend class DataField;
     friend class DataStructure;
 
+    DataBaseType(DataType* type, std::string_view name);
     void aboutToRename(const char* name);
 
     DataType* m_type;

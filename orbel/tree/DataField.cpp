@@ -34,9 +34,9 @@ DataType* DataField::getClassType() {
     return classType;
 }
 
-DataField::DataField(char* name) : DataBaseType(name) {
-    setType(getClassType());
-}
+DataField::DataField(char* name) : DataField(getClassType(), text::viewOf(name)) {}
+
+DataField::DataField(DataType* type, std::string_view name) : DataBaseType(type, name) {}
 
 DataField::DataField(const DataField& other) : DataBaseType(other) {
     shareFrom(other);
@@ -99,9 +99,7 @@ FieldTies& DataField::ties() {
 
 FieldRef::FieldRef(DataField* field) : m_hold(field ? field->hold() : SharedPart<FieldHold>()) {}
 
-const SharedPart<FieldHold>& DataField::hold() {
-    if (m_ties && m_ties->hold)
-        return m_ties->hold;
+const SharedPart<FieldHold>& DataField::makeHold() {
     SharedPart<FieldHold>& held = ties().hold;
     held = SharedPart(new FieldHold);
     held->field = this;

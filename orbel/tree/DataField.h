@@ -142,6 +142,7 @@ private:
     friend class FieldRef;
     friend class LinkTargets;
 
+    DataField(DataType* type, std::string_view name);
     void parseOne(std::string_view tokens);
     void parseRanges(std::string_view ranges, std::string_view tokens);
     void registerMarker();
@@ -157,6 +158,7 @@ private:
     void walkOn(const FieldWatch& watch, std::size_t next, Call call);
 
     const SharedPart<FieldHold>& hold();
+    const SharedPart<FieldHold>& makeHold();
     FieldTies& ties();
     LinkTargets& targets();
     /// Null when nothing was ever linked to this field.

@@ -81,9 +81,9 @@ DataType* DataNode::getClassType() {
     return classType;
 }
 
-DataNode::DataNode(char* name) : DataField(name) {
-    setType(getClassType());
-}
+DataNode::DataNode(char* name) : DataNode(getClassType(), text::viewOf(name)) {}
+
+DataNode::DataNode(DataType* type, std::string_view name) : DataField(type, name) {}
 
 DataNode::DataNode(const DataNode& other) = default;
 

@@ -91,6 +91,9 @@ protected:
     DataNode* findRoot();
 
 private:
+    friend class DataStructure;
+
+    DataNode(DataType* type, std::string_view name);
     static void broadcast(DataNode& node, std::string_view rest, std::string_view value, int index);
 };
 

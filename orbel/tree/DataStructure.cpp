@@ -14,6 +14,7 @@
 #include "ExactClass.h"
 #include "FieldCreation.h"
 #include "FieldPath.h"
+#include "FieldTies.h"
 #include "FieldWatch.h"
 #include "HandlerList.h"
 #include "Limits.h"
@@ -85,14 +86,6 @@ private:
     text::LentText m_lines;
 };
 
-/// Whether a child of this node is within the depth that trees may have.
-bool mayGoDeeper(DataNode& node) {
-    int depth = 1;
-    for (DataNode* ancestor = node.getParent(); ancestor && depth <= limits::maxTreeDepth; ++depth)
-        ancestor = ancestor->getParent();
-    return depth <= limits::maxTreeDepth;
-}
-
 /// Whether the field is `above`, or is listed anywhere below it. Not by parents: an element that was moved elsewhere is
 /// still one of its array.
 bool isWithin(DataField& above, DataField& field) {
@@ -129,9 +122,10 @@ DataType* DataStructure::getClassType() {
     return classType;
 }
 
-DataStructure::DataStructure(char* name) : DataNode(name), m_children(new ChildTable) {
-    setType(getClassType());
-}
+DataStructure::DataStructure(char* name) : DataStructure(getClassType(), text::viewOf(name)) {}
+
+DataStructure::DataStructure(DataType* type, std::string_view name)
+    : DataNode(type, name), m_children(new ChildTable) {}
 
 DataStructure::DataStructure(const DataStructure& other) = default;
 
@@ -565,6 +559,23 @@ DataField* DataStructure::resolveQuietly(std::string_view segment) {
     return child;
 }
 
+/// Whether a child is within the depth that trees may have.
+bool DataStructure::mayGoDeeper() const {
+    int depth = 1;
+    for (const DataField* ancestor = m_parent.get(); ancestor && depth <= limits::maxTreeDepth; ++depth)
+        ancestor = ancestor->m_parent.get();
+    return depth <= limits::maxTreeDepth;
+}
+
+/// A new value for the kind "string", a new structure for "node"; null for other kinds.
+std::unique_ptr<DataField> DataStructure::createPlain(std::string_view kind, std::string_view name) {
+    if (kind == "string")
+        return std::unique_ptr<DataField>(new DataValue(DataValue::getClassType(), name));
+    if (kind == "node")
+        return std::unique_ptr<DataField>(new DataStructure(getClassType(), name));
+    return nullptr;
+}
+
 /// Contract: a kind retypes what exists, as far as it can have an object type.
 void DataStructure::setObjectTypeOf(DataField& child, std::string_view kind) {
     if (child.isExactType(DataValue::classType) != 0 || child.isExactType(classType) != 0)
@@ -593,13 +604,13 @@ DataField* DataStructure::findOrCreateQuietly(std::string_view kind, std::string
         takeInQuietly(*child);
         return child;
     }
-    if (!mayGoDeeper(*this))
+    if (!mayGoDeeper())
         return nullptr;
-    std::unique_ptr<DataField> child = createPlainField(kind, name);
+    std::unique_ptr<DataField> child = createPlain(kind, name);
     if (!child)
         return nullptr;
     child->m_handlers.appendMarker(*child);
-    child->m_parent = FieldRef(this);
+    child->m_parent = FieldRef(hold());
     child->m_parentInstance = -1;
     child->ref(this, this);
     m_children->insertNew(*child, hash);
@@ -613,8 +624,10 @@ DataField* DataStructure::findOrCreate(std::string_view kind, std::string_view n
             childName = table->table;
     DataField* child = findChild(limits::cutName(childName));
     const bool isNew = !child;
-    if (isNew && mayGoDeeper(*this))
-        child = createField(kind, name).release();
+    if (isNew && mayGoDeeper()) {
+        std::unique_ptr<DataField> plain = createPlain(kind, name);
+        child = plain ? plain.release() : createField(kind, name).release();
+    }
     if (!child)
         return nullptr;
 

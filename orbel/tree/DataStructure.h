@@ -3,6 +3,7 @@
 
 #include <orbel/tree/DataNode.h>
 
+#include <memory>
 #include <string_view>
 
 class DataValue;
@@ -120,6 +121,7 @@ private:
 
     class Resolution;
 
+    DataStructure(DataType* type, std::string_view name);
     DataValue* knownValue(char* path);
     bool setFoundData(char* path, char* value);
     bool linkKnownValues(char* targetPath, char* sourcePath);
@@ -132,6 +134,8 @@ private:
     DataField* resolveQuietly(std::string_view segment);
     DataField* findOrCreateQuietly(std::string_view kind, std::string_view name);
     DataField* findOrCreate(std::string_view kind, std::string_view name);
+    bool mayGoDeeper() const;
+    static std::unique_ptr<DataField> createPlain(std::string_view kind, std::string_view name);
     static void setObjectTypeOf(DataField& child, std::string_view kind);
     static void disposeIfUnused(DataField* field);
     void makeRoomForChild();

@@ -111,9 +111,9 @@ DataType* DataValue::getClassType() {
     return classType;
 }
 
-DataValue::DataValue(char* name) : DataField(name) {
-    setType(getClassType());
-}
+DataValue::DataValue(char* name) : DataValue(getClassType(), text::viewOf(name)) {}
+
+DataValue::DataValue(DataType* type, std::string_view name) : DataField(type, name) {}
 
 DataValue::DataValue(char* name, std::string* value) : DataValue(name) {
     if (!value)

@@ -55,6 +55,7 @@ private:
 
     struct Texts;
 
+    DataValue(DataType* type, std::string_view name);
     void appendDump(std::string& out, int first, int last, int withName);
     std::string* firstText();
     std::vector<std::string>& texts();

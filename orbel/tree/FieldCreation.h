@@ -9,11 +9,8 @@ class DataField;
 /// The kind of a path segment that stands for a hash table.
 constexpr std::string_view hashTableKind = "DataHashTable";
 
-/// A new value for the kind "string", a new structure for "node"; null for other kinds. Calls nobody.
-std::unique_ptr<DataField> createPlainField(std::string_view kind, std::string_view name);
-
-/// A new field for a kind and a name as a path gives them; null for an unknown kind. Loads the types
-/// of the process when the kind may be one of them and none have been loaded yet.
+/// A new hash table, object or array for a kind and a name as a path gives them; null for an unknown kind. Loads the
+/// types of the process when the kind may be one of them and none have been loaded yet.
 std::unique_ptr<DataField> createField(std::string_view kind, std::string_view name);
 
 #endif

@@ -17,6 +17,7 @@ class FieldRef {
 public:
     FieldRef() = default;
     explicit FieldRef(DataField* field);
+    explicit FieldRef(const SharedPart<FieldHold>& hold) : m_hold(hold) {}
 
     DataField* get() const { return m_hold ? m_hold->field : nullptr; }
 

@@ -22,6 +22,10 @@ struct FieldTies {
     SharedPart<FieldHold> hold;
 };
 
+inline const SharedPart<FieldHold>& DataField::hold() {
+    return m_ties && m_ties->hold ? m_ties->hold : makeHold();
+}
+
 inline LinkTargets* DataField::targetsIfAny() const {
     return m_ties && m_ties->targets ? &*m_ties->targets : nullptr;
 }

@@ -1,16 +1,6 @@
 #include <orbel/tree/OwnerSet.h>
 
-#include <cstdint>
 #include <memory>
-
-namespace {
-
-/// Anything can be an owner: null and odd addresses do not fit into the one word.
-bool fitsAlone(const void* owner) {
-    return owner && reinterpret_cast<std::uintptr_t>(owner) % 2 == 0;
-}
-
-} // namespace
 
 OwnerSet::OwnerSet(const OwnerSet& other)
     : m_owners(other.m_owners.second() ? decltype(m_owners)::ofSecond(new Many(*other.m_owners.second()))
@@ -27,10 +17,6 @@ OwnerSet::~OwnerSet() {
 }
 
 bool OwnerSet::insertAnother(void* owner) {
-    if (!m_owners && fitsAlone(owner)) {
-        m_owners = decltype(m_owners)::ofFirst(owner);
-        return true;
-    }
     if (Many* many = m_owners.second())
         return many->insert(owner).second;
     auto many = std::make_unique<Many>();

@@ -3,6 +3,7 @@
 
 #include <orbel/tree/EitherPointer.h>
 
+#include <cstdint>
 #include <set>
 #include <utility>
 
@@ -19,14 +20,21 @@ public:
     /// False also where owners take memory.
     bool isOnly(const void* owner) const { return owner && m_owners.first() == owner; }
     /// False when it was there already.
-    bool insert(void* owner) { return !isOnly(owner) && insertAnother(owner); }
+    bool insert(void* owner) {
+        if (m_owners || !fitsAlone(owner))
+            return !isOnly(owner) && insertAnother(owner);
+        m_owners = EitherPointer<void, Many>::ofFirst(owner);
+        return true;
+    }
     /// False when it was not there.
     bool erase(void* owner);
 
 private:
-    bool insertAnother(void* owner);
-
     using Many = std::set<void*>;
+
+    /// Anything can be an owner: null and odd addresses do not fit into the one word.
+    static bool fitsAlone(const void* owner) { return owner && reinterpret_cast<std::uintptr_t>(owner) % 2 == 0; }
+    bool insertAnother(void* owner);
 
     EitherPointer<void, Many> m_owners;
 };

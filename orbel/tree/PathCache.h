@@ -6,7 +6,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <optional>
 #include <string_view>
 
@@ -43,7 +42,7 @@ struct PathPlace {
     /// The last segment of a path whose others led here; no value for other paths.
     std::optional<std::string_view> behind(const DataStructure& asked, std::string_view text) const {
         if (length == 0 || length >= text.size() || chain[0] != &asked || text[length] != '/' ||
-            std::memcmp(path.data(), text.data(), length) != 0)
+            !namehash::areEqual(path.data(), text.data(), length))
             return std::nullopt;
         const std::string_view segment = text.substr(length + 1);
         return segment.find('/') == std::string_view::npos ? std::optional(segment) : std::nullopt;

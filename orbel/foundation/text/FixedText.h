@@ -14,10 +14,15 @@ inline std::string_view viewOf(const char* text) {
 
 /// Keeps the characters that fit in front of the terminator. The source may lie inside the target.
 template <std::size_t Size>
-void copyCut(char (&target)[Size], const char* source) {
-    const std::string_view kept = viewOf(source).substr(0, Size - 1);
+void copyCut(char (&target)[Size], std::string_view source) {
+    const std::string_view kept = source.substr(0, Size - 1);
     std::copy(kept.begin(), kept.end(), target);
     target[kept.size()] = '\0';
+}
+
+template <std::size_t Size>
+void copyCut(char (&target)[Size], const char* source) {
+    copyCut(target, viewOf(source));
 }
 
 } // namespace text
