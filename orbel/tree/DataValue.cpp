@@ -19,11 +19,6 @@
 #include <memory>
 #include <ostream>
 
-struct DataValue::Texts {
-    int owners = 0;
-    std::vector<std::string> list;
-};
-
 namespace {
 
 /// Kept out of the way of nearly every change, which then needs half the registers.
@@ -59,8 +54,13 @@ void write(std::string& stored, std::string_view text) {
 
 } // namespace
 
+inline ValueTexts* DataValue::textsIfAny() const {
+    return m_ties && m_ties->texts ? &*m_ties->texts : nullptr;
+}
+
 inline std::string* DataValue::firstText() {
-    return m_texts ? m_texts->list.data() : &m_text;
+    ValueTexts* texts = textsIfAny();
+    return texts ? texts->list.data() : &m_text;
 }
 
 /// Stores and tells whether handlers are to hear of a change.
@@ -123,14 +123,13 @@ DataValue::DataValue(char* name, std::string* value) : DataValue(name) {
 }
 
 DataValue::DataValue(const DataValue& other) : DataField(other) {
-    const_cast<DataValue&>(other).texts();
-    m_texts = other.m_texts;
+    shareTexts(other);
 }
 
 DataValue& DataValue::operator=(const DataValue& other) {
     const_cast<DataValue&>(other).texts();
     DataField::operator=(other);
-    m_texts = other.m_texts;
+    shareTexts(other);
     return *this;
 }
 
@@ -186,30 +185,38 @@ void DataValue::setSize(int n) {
 }
 
 int DataValue::getSize() {
-    return m_texts ? static_cast<int>(m_texts->list.size()) : 1;
+    const ValueTexts* texts = textsIfAny();
+    return texts ? static_cast<int>(texts->list.size()) : 1;
 }
 
 std::vector<std::string>& DataValue::texts() {
-    if (!m_texts) {
+    SharedPart<ValueTexts>& texts = ties().texts;
+    if (!texts) {
         // Copied: whoever was given the single text may still read it.
-        auto made = std::make_unique<Texts>();
+        auto made = std::make_unique<ValueTexts>();
         made->list.assign(1, m_text);
-        m_texts = SharedPart(made.release());
+        texts = SharedPart(made.release());
     }
-    return m_texts->list;
+    return texts->list;
+}
+
+/// From now on both have the same texts. Takes no memory when `other` has the vector and this field its ties.
+void DataValue::shareTexts(const DataValue& other) {
+    const_cast<DataValue&>(other).texts();
+    ties().texts = other.m_ties->texts;
 }
 
 DataField* DataValue::clone() {
     texts();
     std::unique_ptr<DataValue> copy(static_cast<DataValue*>(type()->alloc(getName(), getSize())));
     static_cast<DataField&>(*copy) = *this;
-    copy->m_texts = m_texts;
+    copy->shareTexts(*this);
     return copy.release();
 }
 
 /// The way of nearly every change: one text, and at most one observer, who wants to hear of every store.
 inline bool DataValue::isSimple() const {
-    return !m_texts && m_handlers.isSimple();
+    return !textsIfAny() && m_handlers.isSimple();
 }
 
 inline void DataValue::storeSimply(const char* value) {
@@ -224,8 +231,8 @@ inline void DataValue::tellSimply(const FieldWatch& watch) {
 /// Apart, for it needs more registers than what is simple.
 [[gnu::noinline]] void DataValue::store(const FieldWatch& watch, const char* value) {
     // The vector is the client's too.
-    if (m_texts && m_texts->list.empty())
-        m_texts->list.resize(1);
+    if (ValueTexts* texts = textsIfAny(); texts && texts->list.empty())
+        texts->list.resize(1);
     const bool changed = storeAt(text::viewOf(value), 0);
     m_dataInitialized = 1;
     walkHandlers(watch, [this, changed](DataHandler& handler) { handler.onChange(*this, changed); });

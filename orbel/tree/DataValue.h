@@ -5,6 +5,8 @@
 
 #include <string_view>
 
+struct ValueTexts;
+
 /// A leaf: one or more texts, indexed from 0. A new one holds a single space and counts as not stored yet.
 class ORBEL_API DataValue : public DataField {
 public:
@@ -53,12 +55,12 @@ public:
 private:
     friend class DataStructure;
 
-    struct Texts;
-
     DataValue(DataType* type, std::string_view name);
     void appendDump(std::string& out, int first, int last, int withName);
+    ValueTexts* textsIfAny() const;
     std::string* firstText();
     std::vector<std::string>& texts();
+    void shareTexts(const DataValue& other);
     bool isSimple() const;
     void storeSimply(const char* value);
     void tellSimply(const FieldWatch& watch);
@@ -71,9 +73,9 @@ private:
     bool storeAll(int from, int count, Next next);
     void setAt(std::string_view value, int index);
 
-    // A single text stands in the item itself, until somebody asks for the vector, sets a size or shares it.
+    // A single text stands in the item itself, until somebody asks for the vector, sets a size or shares it. Others
+    // stand with what ties fields to others.
     std::string m_text = " ";
-    SharedPart<Texts> m_texts;
 };
 
 #endif

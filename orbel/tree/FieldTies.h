@@ -13,6 +13,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
+#include <vector>
+
+/// The texts of a value of several, which its clones share.
+struct ValueTexts {
+    int owners = 0;
+    std::vector<std::string> list;
+};
 
 /// What ties a field to others. Most fields have none of it, so it is made on first need.
 struct FieldTies {
@@ -20,6 +28,8 @@ struct FieldTies {
     /// A copy shares them, so copying makes them in the original too.
     SharedPart<LinkTargets> targets;
     SharedPart<FieldHold> hold;
+    /// None for a value of a single text that nobody has asked a vector of.
+    SharedPart<ValueTexts> texts;
 };
 
 inline const SharedPart<FieldHold>& DataField::hold() {

@@ -51,8 +51,8 @@ inline std::uint32_t of(std::string_view text, std::uint64_t seed = 0) {
 }
 
 template <class Word>
-std::uint64_t difference(const char* left, const char* right) {
-    return load<Word>(left) ^ load<Word>(right);
+bool areEqualWords(const char* left, const char* right) {
+    return load<Word>(left) == load<Word>(right);
 }
 
 /// Whether two texts of one size, at most 32 characters, are equal: without a call, which would cost more.
@@ -61,13 +61,10 @@ inline bool areShortEqual(const char* left, const char* right, std::size_t size)
         return loadFew(left, size) == loadFew(right, size);
     const std::size_t end = size - (size < 8 ? 4 : 8);
     if (size < 8)
-        return (difference<std::uint32_t>(left, right) | difference<std::uint32_t>(left + end, right + end)) == 0;
-    std::uint64_t different =
-        difference<std::uint64_t>(left, right) | difference<std::uint64_t>(left + end, right + end);
-    if (size > 16)
-        different |=
-            difference<std::uint64_t>(left + 8, right + 8) | difference<std::uint64_t>(left + end - 8, right + end - 8);
-    return different == 0;
+        return areEqualWords<std::uint32_t>(left, right) && areEqualWords<std::uint32_t>(left + end, right + end);
+    return areEqualWords<std::uint64_t>(left, right) && areEqualWords<std::uint64_t>(left + end, right + end) &&
+           (size <= 16 || (areEqualWords<std::uint64_t>(left + 8, right + 8) &&
+                           areEqualWords<std::uint64_t>(left + end - 8, right + end - 8)));
 }
 
 inline bool areEqual(const char* left, const char* right, std::size_t size) {

@@ -71,16 +71,7 @@ public:
     const Entry* find(const DataField& asked, std::string_view path) const {
         if (path.size() > maxLength)
             return nullptr;
-        const std::uint64_t mark = markOf(asked, path);
-        const Entry* entry = m_entries + home(mark);
-        while (entry->mark != mark || entry->asked != &asked || entry->length != path.size() ||
-               !namehash::areShortEqual(entry->path, path.data(), path.size())) {
-            if (isFree(*entry))
-                return nullptr;
-            if (++entry == m_entries + m_capacity)
-                entry = m_entries;
-        }
-        return entry;
+        return path.size() >= usualLength ? look(asked, path) : lookForShort(asked, path);
     }
 
     /// Remembers what is not there yet; without memory for it nothing happens.
@@ -102,8 +93,25 @@ public:
 
 private:
     static constexpr std::size_t firstEntries = 64;
+    static constexpr std::size_t usualLength = 8;
     static constexpr std::uint64_t firstEpoch = std::uint64_t{1} << 32U;
 
+    const Entry* look(const DataField& asked, std::string_view path) const {
+        const std::uint64_t mark = markOf(asked, path);
+        const Entry* entry = m_entries + home(mark);
+        while (entry->mark != mark || entry->asked != &asked || entry->length != path.size() ||
+               !namehash::areShortEqual(entry->path, path.data(), path.size())) {
+            if (isFree(*entry))
+                return nullptr;
+            if (++entry == m_entries + m_capacity)
+                entry = m_entries;
+        }
+        return entry;
+    }
+    /// Nearly all paths are longer, and need fewer registers without these.
+    [[gnu::noinline]] const Entry* lookForShort(const DataField& asked, std::string_view path) const {
+        return look(asked, path);
+    }
     std::uint64_t markOf(const DataField& asked, std::string_view path) const {
         return m_epoch | namehash::of(path, reinterpret_cast<std::uintptr_t>(&asked));
     }

@@ -26,7 +26,7 @@ case $check in
         ;;
     plugin)
         mkdir plugins
-        cp "$own"/DataLong.* "$others"/*.* plugins
+        cp "$own"/DataLong.* "$others"/Data*.* plugins
         sed -i 's/"kind": "DataText"/"kind": "DataLong"/; s/"type": "TEXT"/"type": "TEXT", "text": "shown"/' scene.json
         "$@" --quiet --plugins plugins --commands feed.txt --fps 0 --svg frame.svg scene.json >out 2>err ||
             fail "does not run"

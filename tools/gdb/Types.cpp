@@ -1,6 +1,7 @@
 #include <orbel/orbel.h>
 
 #include <orbel/tree/ChildTable.h>
+#include <orbel/tree/FieldTies.h>
 #include <orbel/tree/HandlerList.h>
 
 #include <string>
@@ -19,6 +20,7 @@ struct OrbelTypes {
     DataHashTable* table;
     DataObjectType* type;
     ChildTable* children;
+    FieldTies* ties;
     HandlerList* handlers;
     OrbelText text;
     OrbelTexts texts;

@@ -120,7 +120,10 @@ class FieldPrinter:
         return ""
 
     def texts(self):
-        part = int(self.field["m_texts"]["m_part"])
+        # A std::unique_ptr, whose members are named in another way in each version of the standard library.
+        ties = pointer_at(int(self.field["m_ties"].address))
+        pointer = gdb.lookup_type("FieldTies").pointer()
+        part = ties and int(gdb.Value(ties).cast(pointer).dereference()["texts"]["m_part"])
         if part == 0:
             return shown_string(self.field["m_text"])
         # The list stands behind the count of those who share it.
