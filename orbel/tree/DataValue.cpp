@@ -228,8 +228,7 @@ inline void DataValue::tellSimply(const FieldWatch& watch) {
     walkSingle(watch, [this](DataHandler& handler) { handler.onChange(*this, true); });
 }
 
-/// Apart, for it needs more registers than what is simple.
-[[gnu::noinline]] void DataValue::store(const FieldWatch& watch, const char* value) {
+inline void DataValue::storeAndTell(const FieldWatch& watch, const char* value) {
     // The vector is the client's too.
     if (ValueTexts* texts = textsIfAny(); texts && texts->list.empty())
         texts->list.resize(1);
@@ -238,14 +237,19 @@ inline void DataValue::tellSimply(const FieldWatch& watch) {
     walkHandlers(watch, [this, changed](DataHandler& handler) { handler.onChange(*this, changed); });
 }
 
+/// Apart, for it needs more registers than what is simple.
+[[gnu::noinline]] void DataValue::store(const FieldWatch& watch, const char* value) {
+    storeAndTell(watch, value);
+}
+
 /// Only chooses: then no way of storing pays for the registers that another one needs.
 void DataValue::setData(const char* value) {
-    if (!isSimple())
-        setAmongOthers(value);
-    else if (targetsIfAny())
+    if (targetsIfAny())
         setAndPassOn(value);
-    else
+    else if (isSimple())
         setAlone(value);
+    else
+        setAmongOthers(value);
 }
 
 [[gnu::noinline]] void DataValue::setAlone(const char* value) {
@@ -270,8 +274,7 @@ void DataValue::setData(const char* value) {
 
 [[gnu::noinline]] void DataValue::setAmongOthers(const char* value) {
     const FieldWatch watch(*this);
-    if (walkTargets(watch, [value](DataField& target) { target.setData(value); }))
-        store(watch, value);
+    storeAndTell(watch, value);
 }
 
 void DataValue::setData(const char* value, int index) {

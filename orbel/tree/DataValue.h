@@ -64,6 +64,7 @@ private:
     bool isSimple() const;
     void storeSimply(const char* value);
     void tellSimply(const FieldWatch& watch);
+    void storeAndTell(const FieldWatch& watch, const char* value);
     void store(const FieldWatch& watch, const char* value);
     void setAlone(const char* value);
     void setAndPassOn(const char* value);

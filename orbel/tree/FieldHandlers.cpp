@@ -10,7 +10,7 @@ FieldHandlers::~FieldHandlers() {
 }
 
 void FieldHandlers::dropList() {
-    ++treeState.disturbances;
+    treeState.disturb();
     HandlerList* held = list();
     if (held && --held->owners == 0)
         delete held;

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 void FieldWatch::fieldEnds(DataField& field) {
-    ++treeState.disturbances;
+    treeState.disturb();
     for (FieldWatch* watch = treeState.watches; watch; watch = watch->m_outer)
         if (watch->m_field == &field)
             watch->m_field = nullptr;

@@ -11,10 +11,12 @@ HandlerList::~HandlerList() {
 }
 
 void HandlerList::takeOver(DataField& field, bool marked, DataHandler* handler, int notifyCount) {
-    ++treeState.disturbances;
+    treeState.disturb();
     m_handlers.reserve(2);
-    if (marked)
+    if (marked) {
+        m_unmade = 0;
         m_handlers.push_back(nullptr);
+    }
     if (handler) {
         handler->moved(HandlerPlace::ofFirst(&field), place());
         m_handlers.push_back(handler);
@@ -24,11 +26,12 @@ void HandlerList::takeOver(DataField& field, bool marked, DataHandler* handler, 
 }
 
 DataHandler* HandlerList::at(DataField& field, int index) {
-    ++treeState.disturbances;
+    treeState.disturb();
     DataHandler*& handler = m_handlers[static_cast<std::size_t>(index)];
     if (!handler) {
         m_markers.push_back(std::make_unique<Marker>(std::string(markerName).data()));
         handler = m_markers.back().get();
+        m_unmade = nowhere;
         handler->joined(place());
         handler->setField(&field);
     }
@@ -37,13 +40,13 @@ DataHandler* HandlerList::at(DataField& field, int index) {
 
 void HandlerList::makeRoom() {
     if (m_handlers.size() == m_handlers.capacity()) {
-        ++treeState.disturbances;
+        treeState.disturb();
         m_handlers.reserve(m_handlers.size() * 2 + 1);
     }
 }
 
 void HandlerList::append(DataHandler* handler) {
-    ++treeState.disturbances;
+    treeState.disturb();
     m_handlers.push_back(handler);
     try {
         handler->joined(place());
@@ -55,7 +58,7 @@ void HandlerList::append(DataHandler* handler) {
 }
 
 void HandlerList::appendMarker(DataField& field) {
-    ++treeState.disturbances;
+    treeState.disturb();
     for (const auto& marker : m_markers)
         if (!marker->m_place && std::string_view(marker->m_name) == markerName) {
             append(marker.get());
@@ -63,13 +66,16 @@ void HandlerList::appendMarker(DataField& field) {
             return;
         }
     m_handlers.push_back(nullptr);
+    m_unmade = m_handlers.size() - 1;
 }
 
 bool HandlerList::remove(DataHandler* handler) {
-    ++treeState.disturbances;
+    treeState.disturb();
     const auto found = std::find(m_handlers.begin(), m_handlers.end(), handler);
     if (found == m_handlers.end())
         return false;
+    if (m_unmade != nowhere && found - m_handlers.begin() < static_cast<std::ptrdiff_t>(m_unmade))
+        --m_unmade;
     m_handlers.erase(found);
     handler->left(place());
     m_asking -= handler->asks() ? 1 : 0;
@@ -77,12 +83,13 @@ bool HandlerList::remove(DataHandler* handler) {
 }
 
 void HandlerList::removeAll() {
-    ++treeState.disturbances;
+    treeState.disturb();
     for (DataHandler* handler : m_handlers)
         if (handler) {
             handler->left(place());
             handler->m_field = nullptr;
         }
     m_handlers.clear();
+    m_unmade = nowhere;
     m_asking = 0;
 }

@@ -4,6 +4,9 @@
 #include <orbel/tree/DataHandler.h>
 #include <orbel/tree/FieldHandlers.h>
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -27,6 +30,8 @@ public:
     /// Null where the marker stands that nobody has asked for.
     const std::vector<DataHandler*>& handlers() const { return m_handlers; }
     DataHandler* made(int index) const { return m_handlers[static_cast<std::size_t>(index)]; }
+    /// Where the marker stands that nobody has asked for, the only null; the size without one.
+    std::size_t unmadeMarker() const { return std::min(m_unmade, m_handlers.size()); }
     /// The marker is made, for this field, when it stands there.
     DataHandler* at(DataField& field, int index);
 
@@ -55,7 +60,10 @@ private:
 
     HandlerPlace place() { return HandlerPlace::ofSecond(this); }
 
+    static constexpr std::size_t nowhere = SIZE_MAX;
+
     std::vector<DataHandler*> m_handlers;
+    std::size_t m_unmade = nowhere;
     int m_asking = 0;
     int m_notifyCount = 0;
     // Nobody else could know when they are done with. There is more than one when a client has renamed the first or

@@ -14,7 +14,7 @@ std::size_t LinkTargets::positionOf(const DataField* field) const {
 }
 
 void LinkTargets::append(DataField* field) {
-    ++treeState.disturbances;
+    treeState.disturb();
     m_targets.push_back(field);
     try {
         notePosition(field);
@@ -52,7 +52,7 @@ void LinkTargets::remove(const DataField* field) {
     const std::size_t position = field ? positionOf(field) : m_targets.size();
     if (position == m_targets.size())
         return;
-    ++treeState.disturbances;
+    treeState.disturb();
     for (Walk* walk = m_walks; walk; walk = walk->m_outer)
         if (position < walk->m_next)
             ++walk->m_skips;

@@ -47,6 +47,13 @@ struct TreeState {
     text::Shelf<std::vector<DataField*>> fieldLists;
     /// Counts the changes of lists of handlers and of link targets, and the fields that were destroyed.
     std::uint64_t disturbances = 0;
+    /// Where the innermost walk over a list of handlers ends, as a number; 0 without one, and when it has been
+    /// disturbed. See WalkEnd.
+    std::uintptr_t walkEnd = 0;
+    void disturb() {
+        ++disturbances;
+        walkEnd = 0;
+    }
     /// The operations under way, innermost first.
     FieldWatch* watches = nullptr;
     FieldListWatch* listWatches = nullptr;

@@ -1,3 +1,4 @@
+#include <support/RecordingHandler.h>
 #include <support/SceneTree.h>
 
 #include <gtest/gtest.h>
@@ -340,6 +341,39 @@ TEST(FieldPathKind, OnAnExistingChildCountsAnewWhoAsksForRealChanges) {
     EXPECT_EQ(tree.title->getCountNotifyOnValueChange(), 0);
     tree.at("scene/string:title");
     EXPECT_EQ(tree.title->getCountNotifyOnValueChange(), 1);
+}
+
+TEST(FieldPathKind, AddsAMarkerThatHidesNobodyWhereverItStands) {
+    SceneTree tree;
+    Diary diary;
+    RecordingHandler a(diary, "A");
+    RecordingHandler b(diary, "B");
+    RecordingHandler c(diary, "C");
+    tree.title->registerHandler(&a);
+    tree.title->registerHandler(&b);
+    tree.at("scene/string:title");
+    tree.title->registerHandler(&c);
+    diary.take();
+    tree.title->setData("1");
+    EXPECT_EQ(diary.take(), "A changed, B changed, C changed");
+
+    // From the middle to the front, and to the end.
+    tree.title->unregisterHandler(&a);
+    tree.title->setData("2");
+    EXPECT_EQ(diary.take(), "B changed, C changed");
+    tree.title->unregisterHandler(&b);
+    tree.title->setData("3");
+    EXPECT_EQ(diary.take(), "C changed");
+    tree.title->unregisterHandler(&c);
+    tree.title->setData("4");
+    EXPECT_EQ(diary.take(), "");
+    EXPECT_STREQ(tree.title->getHandlerByID(0)->getName(), "DUMMY");
+
+    tree.title->registerHandler(&a);
+    tree.title->registerHandler(&b);
+    diary.take();
+    tree.title->setData("5");
+    EXPECT_EQ(diary.take(), "A changed, B changed");
 }
 
 // Each look-up added the marker once more.
