@@ -41,16 +41,13 @@ inline LinkTargets* DataField::targetsIfAny() const {
 }
 
 /// Calls `call` on each target of the links, in the manner of LinkTargets::Walk. False when the field has died
-/// meanwhile, which `watch` tells.
+/// meanwhile, which `watch` tells. For a field that has targets.
 template <class Call>
 bool DataField::walkTargets(const FieldWatch& watch, Call call) {
-    const LinkTargets* list = targetsIfAny();
-    if (!list)
-        return true;
     const NestedCall depth(treeState.linkDepth);
     if (depth.isDeeperThan(limits::maxLinkDepth))
         return true;
-    DataField* only = list->only();
+    DataField* only = m_ties->targets->only();
     if (!only)
         return walkTargetsFrom(0, watch, call);
     // Nearly every field that is followed has one follower, which need not be found again.
