@@ -3,11 +3,14 @@
 
 #include <orbel/tree/EitherPointer.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <set>
 #include <utility>
 
-/// Who holds an item, each owner once. Items seldom have more than one owner, and one takes no memory of its own.
+/// Who holds an item, each owner once. Items seldom have more than one owner, and one takes no memory of its own; a few
+/// take it once, whatever comes and goes.
 class OwnerSet {
 public:
     OwnerSet() = default;
@@ -16,7 +19,7 @@ public:
     ~OwnerSet();
 
     void swap(OwnerSet& other) { std::swap(m_owners, other.m_owners); }
-    bool empty() const { return m_owners.second() ? m_owners.second()->empty() : !m_owners; }
+    bool empty() const { return m_owners.second() ? m_owners.second()->isEmpty() : !m_owners; }
     /// False also where owners take memory.
     bool isOnly(const void* owner) const { return owner && m_owners.first() == owner; }
     /// False when it was there already.
@@ -30,7 +33,17 @@ public:
     bool erase(void* owner);
 
 private:
-    using Many = std::set<void*>;
+    struct Many {
+        bool isEmpty() const { return count == 0 && others.empty(); }
+        /// Among the few; null when it is not there.
+        void** find(const void* owner);
+        bool insert(void* owner);
+        bool erase(void* owner);
+
+        std::array<void*, 8> few{};
+        std::size_t count = 0;
+        std::set<void*> others;
+    };
 
     /// Anything can be an owner: null and odd addresses do not fit into the one word.
     static bool fitsAlone(const void* owner) { return owner && reinterpret_cast<std::uintptr_t>(owner) % 2 == 0; }

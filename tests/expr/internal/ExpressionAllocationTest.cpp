@@ -24,6 +24,13 @@ TEST(ExpressionAllocation, NoneToEvaluateOnceTheResultHasGrown) {
     EXPECT_EQ(expected, "some literal text " + longText + " one two 2 near host hosted  " + longText);
 }
 
+TEST(ExpressionAllocation, NoneToParseAgain) {
+    ExpressionStage stage;
+    Text text("some literal text $(a) $(v[1]) $(near/host) $(INDEX) $(FIELD_DATA)");
+    stage.expression.parse(text);
+    EXPECT_EQ(allocationsOf([&] { stage.expression.parse(text); }), 0);
+}
+
 TEST(ExpressionAllocation, NoneToEvaluateAnotherExpressionWithAShorterText) {
     ExpressionStage stage;
     stage.parse(longText);

@@ -83,3 +83,23 @@ TEST(OwnerSet, CopiesAreIndependent) {
     copy = *&copy;
     EXPECT_FALSE(copy.insert(owner(32)));
 }
+
+// More than stand side by side.
+TEST(OwnerSet, HoldsEachOfManyOnceWhateverComesAndGoes) {
+    constexpr std::uintptr_t last = 40;
+    OwnerSet owners;
+    for (std::uintptr_t address = 1; address <= last; ++address)
+        EXPECT_TRUE(owners.insert(owner(address))) << address;
+    for (std::uintptr_t address = 1; address <= last; address += 3)
+        EXPECT_TRUE(owners.erase(owner(address))) << address;
+    for (std::uintptr_t address = 1; address <= last; ++address)
+        EXPECT_EQ(owners.insert(owner(address)), address % 3 == 1) << address;
+    OwnerSet copy(owners);
+    for (std::uintptr_t address = last; address > 0; --address) {
+        EXPECT_FALSE(copy.empty());
+        EXPECT_TRUE(copy.erase(owner(address))) << address;
+        EXPECT_FALSE(copy.erase(owner(address))) << address;
+    }
+    EXPECT_TRUE(copy.empty());
+    EXPECT_FALSE(owners.insert(owner(last)));
+}
