@@ -14,13 +14,6 @@ using tables::LineUse;
 
 constexpr std::size_t shortestLine = 3;
 
-std::vector<std::string> fieldsOf(std::string_view line) {
-    std::vector<std::string> texts;
-    texts.reserve(tables::countFields(line, ','));
-    tables::forEachField(line, ',', [&](std::string_view field) { texts.emplace_back(tables::normalizeValue(field)); });
-    return texts;
-}
-
 } // namespace
 
 AllPluginPreSets::AllPluginPreSets(std::string_view folder) {
@@ -39,14 +32,20 @@ void AllPluginPreSets::readFile(const std::string& path, tables::TableListener& 
     const QX::AutoLock hold(m_lock);
     tables::TableFile file(path, shortestLine, listener);
     PluginPreSets* current = nullptr;
+    std::vector<std::string_view> fields;
     while (const auto line = file.next()) {
         std::string_view name;
         LineUse use = LineUse::rowOutside;
-        if (const auto plugin = tables::readName(*line, "__PLUGIN__")) {
+        // Most lines are no marker.
+        const bool mayBeMarker = line->starts_with('_');
+        if (const auto plugin = mayBeMarker ? tables::readName(*line, "__PLUGIN__") : std::nullopt) {
             name = *plugin;
             use = openSection(name, current);
         } else if (current) {
-            use = readLine(*line, *current, name);
+            fields.clear();
+            tables::forEachField(*line, ',',
+                                 [&](std::string_view field) { fields.push_back(tables::normalizeValue(field)); });
+            use = readFields(fields, *current, name);
         }
         listener.onLine(*line, use, name);
     }
@@ -66,10 +65,11 @@ LineUse AllPluginPreSets::openSection(std::string_view pluginName, PluginPreSets
 }
 
 /// `name` becomes that of a preset.
-LineUse AllPluginPreSets::readLine(std::string_view line, PluginPreSets& presets, std::string_view& name) {
+LineUse AllPluginPreSets::readFields(const std::vector<std::string_view>& fields, PluginPreSets& presets,
+                                     std::string_view& name) {
     const bool isHeader = presets.m_nameColumn == PluginPreSets::noHeader;
     const std::size_t rows = presets.m_rows.size();
-    presets.readLine(fieldsOf(line));
+    presets.readLine({fields.begin(), fields.end()});
     if (presets.m_nameColumn < 0)
         return isHeader ? LineUse::headerWithoutName : LineUse::rowWithoutHeader;
     if (isHeader)

@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 /// The presets of all kinds of plug-ins, from the file "QX_PreSets.csv".
 class AllPluginPreSets {
@@ -31,7 +32,8 @@ public:
 
 private:
     tables::LineUse openSection(std::string_view pluginName, PluginPreSets*& current);
-    static tables::LineUse readLine(std::string_view line, PluginPreSets& presets, std::string_view& name);
+    static tables::LineUse readFields(const std::vector<std::string_view>& fields, PluginPreSets& presets,
+                                      std::string_view& name);
 
     Plugins m_plugins;
     QX::Lock m_lock;

@@ -16,8 +16,8 @@ constexpr std::string_view delimiterMarker = "__DELIMITER__";
 /// Adds the lines of one file to tables.
 class Reader {
 public:
-    Reader(ConversionTables::Tables& tables, tables::TableListener& listener)
-        : m_tables(tables), m_listener(listener) {}
+    Reader(ConversionTables::Tables& tables, std::pmr::memory_resource& memory, tables::TableListener& listener)
+        : m_tables(tables), m_memory(memory), m_listener(listener) {}
 
     void read(std::string_view line) {
         // Most lines are no marker, and need not be compared with each.
@@ -32,7 +32,7 @@ private:
     LineUse openTable(std::string_view name) {
         if (name.empty())
             return LineUse::sectionWithoutName;
-        const auto [table, isNew] = m_tables.try_emplace(std::string(name));
+        const auto [table, isNew] = m_tables.try_emplace(std::string(name), &m_memory);
         const bool isCurrent = m_current == &table->second;
         m_current = &table->second;
         if (isNew)
@@ -76,11 +76,17 @@ private:
     }
 
     void addRow(std::string_view line, std::string_view key, std::string_view value) {
-        const bool isNew = m_current->try_emplace(std::string(key), value).second;
+        const bool isNew = m_current->try_emplace(keep(key), keep(value)).second;
         m_listener.onLine(line, isNew ? LineUse::row : LineUse::rowAgain, key);
     }
 
+    std::string_view keep(std::string_view text) {
+        char* const kept = static_cast<char*>(m_memory.allocate(text.size(), 1));
+        return {kept, text.copy(kept, text.size())};
+    }
+
     ConversionTables::Tables& m_tables;
+    std::pmr::memory_resource& m_memory;
     tables::TableListener& m_listener;
     ConversionTables::Table* m_current = nullptr;
     std::string m_delimiters = ",";
@@ -104,18 +110,17 @@ void ConversionTables::readFolder(const std::string& folder, tables::TableListen
 
 void ConversionTables::readFile(const std::string& path, tables::TableListener& listener) {
     tables::TableFile file(path, 0, listener);
-    Reader reader(m_tables, listener);
+    Reader reader(m_tables, m_memory, listener);
     while (const auto line = file.next())
         reader.read(*line);
 }
 
-const std::string& ConversionTables::lookup(std::string_view tableName, std::string_view value) const {
-    static const std::string none;
+std::string_view ConversionTables::lookup(std::string_view tableName, std::string_view value) const {
     const auto table = m_tables.find(tables::normalizeKey(tableName));
     if (table == m_tables.end())
-        return none;
+        return {};
     auto entry = table->second.find(tables::normalizeKey(value));
     if (entry == table->second.end())
         entry = table->second.find(tables::defaultKey);
-    return entry == table->second.end() ? none : entry->second;
+    return entry == table->second.end() ? std::string_view() : entry->second;
 }

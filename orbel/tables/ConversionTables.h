@@ -1,12 +1,10 @@
 #ifndef ORBEL_TABLES_CONVERSIONTABLES_H
 #define ORBEL_TABLES_CONVERSIONTABLES_H
 
-#include "../foundation/text/TextHash.h"
-
 #include "TableListener.h"
 
-#include <functional>
 #include <map>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -14,7 +12,7 @@
 /// The conversion tables of all "QX_ConvTables*.csv" files of a list of folders. To read the files again, make another.
 class ConversionTables {
 public:
-    using Table = std::unordered_map<std::string, std::string, text::TextHash, std::equal_to<>>;
+    using Table = std::pmr::unordered_map<std::string_view, std::string_view>;
     using Tables = std::map<std::string, Table, std::less<>>;
 
     ConversionTables() = default;
@@ -29,9 +27,11 @@ public:
 
     /// What a table makes of a value: its entry, else its entry "__DEFAULT__", else the empty text. Valid as long as
     /// this object.
-    const std::string& lookup(std::string_view tableName, std::string_view value) const;
+    std::string_view lookup(std::string_view tableName, std::string_view value) const;
 
 private:
+    /// Keys, values and rows of all tables, which go together: one for each would be most of the time of reading.
+    std::pmr::monotonic_buffer_resource m_memory;
     Tables m_tables;
 };
 

@@ -2,8 +2,6 @@
 
 #include "../foundation/text/Scanner.h"
 
-#include <algorithm>
-
 namespace tables {
 
 namespace {
@@ -48,14 +46,8 @@ std::optional<std::string_view> readName(std::string_view line, std::string_view
     return name;
 }
 
-std::size_t countFields(std::string_view line, char separator) {
-    const auto separators = static_cast<std::size_t>(std::count(line.begin(), line.end(), separator));
-    return std::min(separators + 1, maxFields);
-}
-
 std::vector<std::string_view> splitFields(std::string_view line, char separator) {
     std::vector<std::string_view> fields;
-    fields.reserve(countFields(line, separator));
     forEachField(line, separator, [&](std::string_view field) { fields.push_back(field); });
     return fields;
 }

@@ -58,8 +58,6 @@ void forEachField(std::string_view line, char separator, Call call) {
     }
 }
 
-std::size_t countFields(std::string_view line, char separator);
-
 std::vector<std::string_view> splitFields(std::string_view line, char separator);
 
 } // namespace tables

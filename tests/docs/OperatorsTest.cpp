@@ -209,7 +209,9 @@ TEST_F(OperatorsPage, TellsWhatBecomesOfMistakesInSettings) {
 TEST_F(OperatorsPage, TellsWhatBecomesOfMistakesInConversionTables) {
     tryMistakes("Conversion tables", 21, [&](const std::string& text) {
         folder.write("QX_ConvTables.csv", text);
-        return [tables = ConversionTables(".")](const std::string& key) { return tables.lookup("T", key); };
+        return [tables = std::make_shared<ConversionTables>(".")](const std::string& key) {
+            return std::string(tables->lookup("T", key));
+        };
     });
 }
 

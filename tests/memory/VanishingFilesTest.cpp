@@ -134,7 +134,7 @@ protected:
         const ConversionTables tables("loaded");
         std::string found;
         for (const char* letter = allLetters; *letter; ++letter) {
-            const std::string first = tables.lookup(std::string(1, *letter), "first");
+            const std::string_view first = tables.lookup(std::string(1, *letter), "first");
             EXPECT_EQ(tables.lookup(std::string(1, *letter), "last"), first == "1" ? "2" : "") << *letter;
             found += first == "1" ? std::string(1, *letter) : "";
         }

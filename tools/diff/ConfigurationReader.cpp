@@ -97,7 +97,7 @@ private:
             tables.readFolder(folder, listener);
         for (const auto& [name, table] : tables.all())
             for (const auto& [key, value] : table)
-                m_facts["tables/" + name + '/' + key] = value;
+                m_facts[("tables/" + name + '/').append(key)] = value;
     }
 
     void readPresets() {
