@@ -52,9 +52,7 @@ private:
 
 /// Calls `run` with each command of a copy of the list, until the node is destroyed. Commands may be cut up in place.
 template <class Run>
-void runList(DataField& node, const char* list, Run run) {
-    if (!list)
-        return;
+void runList(DataField& node, std::string_view list, Run run) {
     const FieldWatch watch(node);
     text::LentText copy(treeState.texts, list);
     text::ListScanner commands(copy.view());

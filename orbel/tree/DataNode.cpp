@@ -218,7 +218,7 @@ void DataNode::executeCommand(char* command, int index) {
     if (!isAlive)
         return;
     SetCommand parts;
-    if (!parts.cut(command))
+    if (setKnownValue(command) || !parts.cut(command))
         return;
     // Not every look-up gets as far as clearing what an earlier one has left.
     treeState.wildcard = false;
@@ -230,6 +230,17 @@ void DataNode::executeCommand(char* command, int index) {
         return;
     treeState.wildcard = false;
     broadcast(*treeState.lastSearched, treeState.wildcardRest, parts.value, index);
+}
+
+/// Sets a plain value in use, which most commands do. False for all others, where nothing is done.
+bool DataNode::setKnownValue(std::string_view command) {
+    const std::size_t equals = command.find('=');
+    if (equals == std::string_view::npos)
+        return false;
+    DataValue* const value = knownValue(*this, command.substr(0, equals));
+    if (value)
+        value->parseOne(command.substr(equals + 1));
+    return value != nullptr;
 }
 
 void DataNode::broadcast(DataNode& node, std::string_view rest, std::string_view value, int index) {
@@ -257,7 +268,11 @@ void DataNode::broadcast(DataNode& node, std::string_view rest, std::string_view
 }
 
 void DataNode::parseCommand(char* textToRun, int index) {
-    runList(*this, textToRun, [&](char* command) { executeCommand(command, index); });
+    runCommands(text::viewOf(textToRun), index);
+}
+
+void DataNode::runCommands(std::string_view list, int index) {
+    runList(*this, list, [&](char* command) { executeCommand(command, index); });
 }
 
 void DataNode::getFieldsByRange(char* /*range*/, std::vector<DataField*>* out) {
@@ -305,7 +320,7 @@ void DataNode::executeCopyCommand(char* command) {
 }
 
 void DataNode::parseCopyCommand(char* textToRun) {
-    runList(*this, textToRun, [&](char* command) { executeCopyCommand(command); });
+    runList(*this, text::viewOf(textToRun), [&](char* command) { executeCopyCommand(command); });
 }
 
 void DataNode::executeClearField(char* path) {

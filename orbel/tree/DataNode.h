@@ -94,6 +94,8 @@ private:
     friend class DataStructure;
 
     DataNode(DataType* type, std::string_view name);
+    void runCommands(std::string_view list, int index);
+    bool setKnownValue(std::string_view command);
     static void broadcast(DataNode& node, std::string_view rest, std::string_view value, int index);
 };
 

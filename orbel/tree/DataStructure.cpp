@@ -222,7 +222,11 @@ DataField* DataStructure::clone() {
 void DataStructure::parse(char* indexSpec, char* textToRead) {
     std::string_view groups = text::viewOf(textToRead);
     if (!indexSpec) {
-        if (const auto commands = text::braceGroup(groups))
+        const auto commands = text::braceGroup(groups);
+        // What clients override wants a text of its own.
+        if (commands && isExactly<DataStructure>(*this))
+            runCommands(*commands, 0);
+        else if (commands)
             parseCommand(text::LentText(treeState.texts, *commands).chars(), 0);
         return;
     }
@@ -883,7 +887,7 @@ void DataStructure::parseLinkCommand(char* textToRun) {
         return;
     if (DataNode* root = findRoot())
         root->ClearLinks();
-    runList(*this, textToRun, [&](char* command) { executeLinkCommand(command); });
+    runList(*this, text::viewOf(textToRun), [&](char* command) { executeLinkCommand(command); });
 }
 
 void DataStructure::executeLinkCommand(char* command) {
