@@ -164,7 +164,7 @@ bool countsTheLibrary() {
 
 std::string machine(bool quick) {
     const benchmark::CPUInfo& cpu = benchmark::CPUInfo::Get();
-    return "Medians of " + std::string(quick ? "three short" : "five") + " interleaved repetitions, in one run on " +
+    return "Medians of " + std::string(quick ? "three short" : "nine") + " interleaved rounds, in one run on " +
            std::to_string(cpu.num_cpus) + " x86-64 CPUs at " + fixed(cpu.cycles_per_second / 1e6, 0) +
            " MHz, compiled by GCC " + __VERSION__ + '.';
 }
@@ -181,7 +181,7 @@ std::optional<std::string> wantedTexts() {
 
 void printHelp() {
     std::puts("orbel_bench [--quick] [--out DIR] [options of Google Benchmark]\n"
-              "  --quick    only up to 10,000 leaves, three short repetitions\n"
+              "  --quick    only up to 10,000 leaves, three short rounds\n"
               "  --out DIR  writes performance.md and performance.dat\n");
     benchmark::PrintDefaultHelp();
 }
@@ -194,9 +194,7 @@ int bench(int argc, char** argv) {
     const Options options(argc, argv);
 
     // In front of what the caller gives, so that the caller's options win.
-    std::vector<std::string> given{argv[0], options.quick ? "--benchmark_repetitions=3" : "--benchmark_repetitions=5",
-                                   options.quick ? "--benchmark_min_time=0.01" : "--benchmark_min_time=0.05",
-                                   "--benchmark_enable_random_interleaving=true"};
+    std::vector<std::string> given{argv[0], options.quick ? "--benchmark_min_time=0.01" : "--benchmark_min_time=0.03"};
     given.insert(given.end(), options.rest.begin(), options.rest.end());
     std::vector<char*> arguments;
     for (std::string& text : given)
@@ -212,7 +210,7 @@ int bench(int argc, char** argv) {
     }
 
     Results results;
-    Suite suite(results);
+    Suite suite(results, options.quick ? 3 : 9);
     std::vector<MeasuredText> texts;
     measureAll(suite, options.quick, [&] { texts = measureTexts(wantedTexts()); });
     printComparison(results, std::cout);

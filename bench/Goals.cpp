@@ -13,11 +13,6 @@ std::string withUnit(double number, const std::string& unit) {
     return fixed(number, digits) + ' ' + unit;
 }
 
-std::optional<double> nanosecondsEach(const Results& results, const char* operation, std::size_t items,
-                                      std::size_t parts) {
-    return quotient(results.nanoseconds(operation, library, items), static_cast<double>(parts));
-}
-
 void judgeAccess(const Results& results, Goals& goals) {
     for (const std::size_t leaves : results.sizes("set"))
         goals.atMost("set by path and notify / floor-hash", leaves, results.ratio("set", library, floorHash, leaves),
@@ -63,14 +58,9 @@ void judgeFanOut(const Results& results, Goals& goals) {
     // From the second on: processors foresee the returns of a few nested calls only, which is not growth.
     if (chains.size() > 2)
         goals.atMost("a field of the longest chain / of one of 100", chains.back(),
-                     quotient(nanosecondsEach(results, "chain", chains.back(), chains.back() + 1),
-                              nanosecondsEach(results, "chain", chains[1], chains[1] + 1)),
+                     quotient(results.ratio({"chain", library, chains.back()}, {"chain", library, chains[1]}),
+                              static_cast<double>(chains.back() + 1) / static_cast<double>(chains[1] + 1)),
                      1.5, times);
-}
-
-/// How many times longer a leaf of the largest tree takes than one of 10,000.
-std::optional<double> growthOf(const Results& results, const char* operation, const char* subject, std::size_t leaves) {
-    return quotient(results.nanoseconds(operation, subject, leaves), results.nanoseconds(operation, subject, 10'000));
 }
 
 /// Deleting is linear when a leaf of the largest tree costs little more than one of 10,000. How much more the memory
@@ -83,16 +73,14 @@ void judgeLifetime(const Results& results, Goals& goals) {
         const std::string name =
             std::string(operation) == "delete" ? "delete, field by field" : "delete by deleteChildren";
         const std::vector<std::size_t> sizes = results.sizes(operation);
+        const auto comparedTo = [&](const char* floor, std::size_t leaves) {
+            return results.ratio({operation, library, leaves}, {"delete", floor, leaves});
+        };
         if (!sizes.empty() && sizes.back() > 10'000)
             goals.atMost(name + ": a leaf / one of 10,000, by that of floor-map", sizes.back(),
-                         quotient(growthOf(results, operation, library, sizes.back()),
-                                  growthOf(results, "delete", floorMap, sizes.back())),
-                         1.2, times);
+                         quotient(comparedTo(floorMap, sizes.back()), comparedTo(floorMap, 10'000)), 1.2, times);
         for (const std::size_t leaves : sizes)
-            goals.note(name + " / floor-hash", leaves,
-                       quotient(results.nanoseconds(operation, library, leaves),
-                                results.nanoseconds("delete", floorHash, leaves)),
-                       times);
+            goals.note(name + " / floor-hash", leaves, comparedTo(floorHash, leaves), times);
     }
 }
 

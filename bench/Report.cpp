@@ -1,6 +1,7 @@
 #include "Report.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <unistd.h>
 
 namespace {
@@ -24,20 +25,33 @@ bool Report::ReportContext(const Context& context) {
 }
 
 void Report::ReportRuns(const std::vector<Run>& runs) {
-    std::vector<Run> shown;
     for (const Run& run : runs) {
-        if (run.run_type == Run::RT_Iteration && !run.error_occurred)
+        if (run.error_occurred)
+            ConsoleReporter::ReportRuns({run});
+        else if (run.run_type == Run::RT_Iteration)
             keep(run);
-        const bool isMedian = run.run_type == Run::RT_Aggregate && run.aggregate_name == "median";
-        if (isMedian || run.repetitions < 2 || run.error_occurred)
-            shown.push_back(run);
     }
-    if (!shown.empty())
-        ConsoleReporter::ReportRuns(shown);
+}
+
+void Report::printMedians() {
+    for (const std::string& name : m_names) {
+        std::vector<Run>& rounds = m_rounds[name];
+        const auto median = rounds.begin() + static_cast<std::ptrdiff_t>(rounds.size() / 2);
+        std::nth_element(rounds.begin(), median, rounds.end(), [](const Run& left, const Run& right) {
+            return left.GetAdjustedCPUTime() < right.GetAdjustedCPUTime();
+        });
+        ConsoleReporter::ReportRuns({*median});
+    }
+    m_names.clear();
+    m_rounds.clear();
 }
 
 void Report::keep(const Run& run) {
     const std::string& name = run.run_name.function_name;
+    std::vector<Run>& rounds = m_rounds[name];
+    if (rounds.empty())
+        m_names.push_back(name);
+    rounds.push_back(run);
     const std::size_t first = name.find('/');
     const std::size_t second = name.find('/', first + 1);
     Samples& samples = m_results.at(name.substr(0, first), name.substr(first + 1, second - first - 1),

@@ -11,8 +11,7 @@ void append(std::vector<std::string>& names, const std::string& name) {
 
 } // namespace
 
-double Samples::median() const {
-    std::vector<double> values = nanoseconds;
+double medianOf(std::vector<double> values) {
     std::sort(values.begin(), values.end());
     const std::size_t middle = values.size() / 2;
     return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
@@ -58,10 +57,23 @@ std::optional<double> Results::nanoseconds(const std::string& operation, const s
     const Samples* samples = find(operation, subject, items);
     if (!samples || samples->nanoseconds.empty())
         return std::nullopt;
-    return samples->median();
+    return medianOf(samples->nanoseconds);
+}
+
+std::optional<double> Results::ratio(const Measured& above, const Measured& below) const {
+    const Samples* one = find(above.operation, above.subject, above.items);
+    const Samples* other = find(below.operation, below.subject, below.items);
+    if (!one || !other || one->nanoseconds.empty() || other->nanoseconds.empty())
+        return std::nullopt;
+    if (one->nanoseconds.size() != other->nanoseconds.size())
+        return medianOf(one->nanoseconds) / medianOf(other->nanoseconds);
+    std::vector<double> rounds;
+    for (std::size_t round = 0; round < one->nanoseconds.size(); ++round)
+        rounds.push_back(one->nanoseconds[round] / other->nanoseconds[round]);
+    return medianOf(std::move(rounds));
 }
 
 std::optional<double> Results::ratio(const std::string& operation, const std::string& subject, const std::string& floor,
                                      std::size_t items) const {
-    return quotient(nanoseconds(operation, subject, items), nanoseconds(operation, floor, items));
+    return ratio({operation, subject, items}, {operation, floor, items});
 }

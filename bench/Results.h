@@ -19,22 +19,29 @@ inline constexpr const char* floorBare = "floor-bare";
 /// The same work on plain objects in hand, without any path.
 inline constexpr const char* floorPlain = "plain";
 
+double medianOf(std::vector<double> values);
+
 /// What was measured of one operation of one subject on a number of items.
 struct Samples {
-    /// CPU time per operation, one for each repetition.
+    /// CPU time per operation, one for each round.
     std::vector<double> nanoseconds;
-    /// Calls of operator new per operation, the most of any repetition.
+    /// Calls of operator new per operation, the most of any round.
     double allocations = 0;
     /// Heap per item, 0 when it was not looked at.
     double bytes = 0;
+};
 
-    double median() const;
+/// What is measured: one operation of one subject on a number of items.
+struct Measured {
+    std::string operation;
+    std::string subject;
+    std::size_t items;
 };
 
 /// All figures of a run, in the order in which the operations and their subjects were announced.
 class Results {
 public:
-    /// Repetitions arrive interleaved, so what comes first is told beforehand.
+    /// Rounds arrive interleaved, so what comes first is told beforehand.
     void expect(const std::string& operation, const std::string& subject);
 
     Samples& at(const std::string& operation, const std::string& subject, std::size_t items);
@@ -49,6 +56,8 @@ public:
     /// Nothing where it was not measured.
     std::optional<double> nanoseconds(const std::string& operation, const std::string& subject,
                                       std::size_t items) const;
+    /// The median of what each round tells of the two; of the same groups, or the quotient of their medians.
+    std::optional<double> ratio(const Measured& above, const Measured& below) const;
     std::optional<double> ratio(const std::string& operation, const std::string& subject, const std::string& floor,
                                 std::size_t items) const;
 

@@ -23,7 +23,7 @@ bool isWanted(const std::string& name) {
 
 } // namespace
 
-Suite::Suite(Results& results) : m_results(results), m_report(results) {}
+Suite::Suite(Results& results, int rounds) : m_results(results), m_report(results), m_rounds(rounds) {}
 
 void Suite::add(const std::string& operation, std::string_view subject, std::size_t items,
                 std::function<void(benchmark::State&)> function) {
@@ -46,8 +46,9 @@ void Suite::weigh(const std::string& operation, std::string_view subject, std::s
 }
 
 void Suite::run() {
-    if (m_any)
+    for (int round = 0; m_any && round < m_rounds; ++round)
         benchmark::RunSpecifiedBenchmarks(&m_report);
+    m_report.printMedians();
     m_any = false;
     benchmark::ClearRegisteredBenchmarks();
 }

@@ -11,11 +11,11 @@
 #include <string>
 #include <string_view>
 
-/// Benchmarks are added and run one group at a time, so that only the trees of one group are in memory; the
-/// repetitions of a group are interleaved.
+/// Benchmarks are added and run one group at a time, so that only the trees of one group are in memory. A group runs in
+/// rounds, each of its benchmarks once in every round: what is compared has run within a moment of each other.
 class Suite {
 public:
-    explicit Suite(Results& results);
+    Suite(Results& results, int rounds);
 
     /// Left out when the caller's filter does not want it.
     void add(const std::string& operation, std::string_view subject, std::size_t items,
@@ -28,6 +28,7 @@ public:
 private:
     Results& m_results;
     Report m_report;
+    int m_rounds;
     bool m_any = false;
 };
 

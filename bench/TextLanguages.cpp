@@ -3,6 +3,7 @@
 #include "GrowthTools.h"
 #include "Memory.h"
 #include "OwnedTree.h"
+#include "Results.h"
 #include "Silence.h"
 
 #include "../orbel/tables/AllPluginPreSets.h"
@@ -467,11 +468,6 @@ Pass dumpToFile() {
             {}};
 }
 
-double median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    return values[values.size() / 2];
-}
-
 /// CPU time, for the machine may have other work.
 double nanosecondsNow() {
     timespec now = {};
@@ -490,27 +486,6 @@ double timeOf(const std::function<void()>& work) {
             return passed / static_cast<double>(calls);
     }
 }
-
-/// The median of many short turns, taken by turns.
-struct Round {
-    explicit Round(const Pass& pass) {
-        std::vector<double> floors;
-        std::vector<double> works;
-        std::vector<double> directs;
-        for (int turn = 0; turn < 15; ++turn) {
-            floors.push_back(timeOf(pass.floor));
-            works.push_back(timeOf(pass.work));
-            directs.push_back(pass.direct ? timeOf(pass.direct) : 0);
-        }
-        floor = median(floors);
-        work = median(works);
-        direct = median(directs);
-    }
-
-    double floor;
-    double work;
-    double direct;
-};
 
 } // namespace
 
@@ -550,18 +525,21 @@ TextFigures measure(const TextLanguage& language) {
     std::vector<double> floors;
     std::vector<double> ratios;
     std::vector<double> ratiosWithout;
-    for (int round = 0; round < 5; ++round) {
-        const Round took(pass);
-        works.push_back(took.work);
-        floors.push_back(took.floor);
-        ratios.push_back(took.work / took.floor);
-        ratiosWithout.push_back(std::max(took.work - took.direct, 0.0) / took.floor);
+    constexpr int turns = 99;
+    for (int turn = 0; turn < turns; ++turn) {
+        const double floor = timeOf(pass.floor);
+        const double work = timeOf(pass.work);
+        const double direct = pass.direct ? timeOf(pass.direct) : 0;
+        floors.push_back(floor);
+        works.push_back(work);
+        ratios.push_back(work / floor);
+        ratiosWithout.push_back(std::max(work - direct, 0.0) / floor);
     }
     const double megabytes = static_cast<double>(pass.bytes) * 1e3;
-    figures.megabytes = megabytes / median(works);
-    figures.floorMegabytes = megabytes / median(floors);
-    figures.ratio = median(ratios);
-    figures.ratioWithout = median(ratiosWithout);
+    figures.megabytes = megabytes / medianOf(works);
+    figures.floorMegabytes = megabytes / medianOf(floors);
+    figures.ratio = medianOf(ratios);
+    figures.ratioWithout = medianOf(ratiosWithout);
     return figures;
 }
 
@@ -580,7 +558,7 @@ void printTexts(const std::vector<MeasuredText>& texts) {
     if (texts.empty())
         return;
     std::cout << std::flush;
-    std::printf("\nText languages, medians of five interleaved rounds. The floor of reading looks for the separators "
+    std::printf("\nText languages, medians of many interleaved turns. The floor of reading looks for the separators "
                 "of the language\nwith memchr in the same bytes; that of writing writes them line by line; of "
                 "evaluation it appends the same\ntexts, of conversion it copies them out of a hash map. \"Less\" is "
                 "the ratio of the work without the time of what is\nnamed last, which the text only asks for. "

@@ -36,7 +36,7 @@ struct TextLanguage {
 
 const std::vector<TextLanguage>& textLanguages();
 
-/// What five interleaved rounds of a language found, in medians.
+/// What many turns, of floor, work and direct work one after the other, found in medians.
 struct TextFigures {
     double megabytes = 0;
     double floorMegabytes = 0;
