@@ -21,13 +21,18 @@ DataHandler::DataHandler(const DataHandler& other) {
 DataHandler& DataHandler::operator=(const DataHandler& other) {
     if (this == &other)
         return *this;
+    // What takes memory comes first, and buffers that clients may hold stay.
+    if (other.m_name)
+        bufferOf(m_name);
+    if (other.m_convTableName)
+        bufferOf(m_convTableName);
     leaveAllPlaces();
-    text::copyCut(m_name, other.m_name);
+    write(m_name, other.writtenName());
+    write(m_convTableName, textOf(other.m_convTableName));
     m_offset = other.m_offset;
     m_field = other.m_field;
     m_notifyOnValueChange = other.m_notifyOnValueChange;
     m_useConvTable = other.m_useConvTable;
-    text::copyCut(m_convTableName, other.m_convTableName);
     m_flags = other.m_flags;
     return *this;
 }
@@ -37,7 +42,7 @@ DataHandler::~DataHandler() {
 }
 
 void DataHandler::dump() {
-    std::cout << "DataHandler: Name=" << m_name << std::endl;
+    std::cout << "DataHandler: Name=" << writtenName() << std::endl;
     if (m_field)
         std::cout << "DataHandler: fieldname=" << m_field->getName() << std::endl;
 }
@@ -53,11 +58,11 @@ DataType* DataHandler::getFieldType() {
 }
 
 char* DataHandler::getName() {
-    return m_name;
+    return bufferOf(m_name);
 }
 
 void DataHandler::setName(char* name) {
-    text::copyCut(m_name, name);
+    write(m_name, name);
 }
 
 int DataHandler::getOffset() {
@@ -93,11 +98,24 @@ void DataHandler::setUseConvTable(int use) {
 }
 
 char* DataHandler::getConvTableName() {
-    return m_convTableName;
+    return bufferOf(m_convTableName);
 }
 
 void DataHandler::setConvTableName(char* name) {
-    text::copyCut(m_convTableName, name);
+    write(m_convTableName, name);
+}
+
+char* DataHandler::bufferOf(std::unique_ptr<Name>& name) {
+    if (!name)
+        name = std::make_unique<Name>();
+    return name->text;
+}
+
+void DataHandler::write(std::unique_ptr<Name>& name, const char* written) {
+    if (!name && text::viewOf(written).empty())
+        return;
+    bufferOf(name);
+    text::copyCut(name->text, written);
 }
 
 DataField* DataHandler::getField() {

@@ -4,6 +4,7 @@
 #include <orbel/foundation/Export.h>
 #include <orbel/tree/EitherPointer.h>
 
+#include <memory>
 #include <vector>
 
 class DataField;
@@ -86,12 +87,23 @@ private:
     void moved(HandlerPlace from, HandlerPlace to);
     void leaveAllPlaces();
 
-    char m_name[100] = {};
-    int m_offset = 0;
+    struct Name {
+        char text[100] = {};
+    };
+
+    static char* bufferOf(std::unique_ptr<Name>& name);
+    static void write(std::unique_ptr<Name>& name, const char* written);
+    static const char* textOf(const std::unique_ptr<Name>& name) { return name ? name->text : ""; }
+    const char* writtenName() const { return textOf(m_name); }
+
+    // Made on first need: sets meet one handler after the other, and what they do not look at would only spread the
+    // handlers over more pages.
+    std::unique_ptr<Name> m_name;
+    std::unique_ptr<Name> m_convTableName;
     DataField* m_field = nullptr;
+    int m_offset = 0;
     int m_notifyOnValueChange = 0;
     int m_useConvTable = 0;
-    char m_convTableName[100] = {};
 
 protected:
     /// For the plug-in side; the tree never reads it.

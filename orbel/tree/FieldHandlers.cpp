@@ -24,7 +24,7 @@ int FieldHandlers::listSize() const {
 const char* FieldHandlers::nameAt(int index) const {
     const HandlerList* held = list();
     const DataHandler* handler = held ? held->made(index) : index == (hasMarkerInFront() ? 1 : 0) ? single() : nullptr;
-    return handler ? handler->m_name : HandlerList::markerName;
+    return handler ? handler->writtenName() : HandlerList::markerName;
 }
 
 DataHandler* FieldHandlers::at(DataField& field, int index) {

@@ -60,7 +60,7 @@ void HandlerList::append(DataHandler* handler) {
 void HandlerList::appendMarker(DataField& field) {
     treeState.disturb();
     for (const auto& marker : m_markers)
-        if (!marker->m_place && std::string_view(marker->m_name) == markerName) {
+        if (!marker->m_place && std::string_view(marker->writtenName()) == markerName) {
             append(marker.get());
             marker->setField(&field);
             return;

@@ -88,6 +88,20 @@ TEST(DataHandlerTest, ConversionTableNameHolds99Characters) {
     EXPECT_EQ(handler.getConvTableName(), name);
 }
 
+TEST(DataHandlerTest, NamesStayWhereTheyAre) {
+    DataHandler handler;
+    char* const name = handler.getName();
+    char* const convTableName = handler.getConvTableName();
+    std::string("written").copy(name, 7);
+    EXPECT_STREQ(handler.getName(), "written");
+    handler.setName(Text("board"));
+    handler.setConvTableName(Text("colours"));
+    EXPECT_STREQ(name, "board");
+    EXPECT_STREQ(convTableName, "colours");
+    handler.setName(nullptr);
+    EXPECT_STREQ(name, "");
+}
+
 class HandlerCopyTest : public testing::Test {
 protected:
     HandlerCopyTest() {
@@ -124,6 +138,19 @@ TEST_F(HandlerCopyTest, AssignmentCopiesTheSame) {
     OpenHandler copy(Text("before"));
     copy = original;
     expectAllCopied(copy);
+}
+
+TEST_F(HandlerCopyTest, AssignmentWritesIntoTheBuffersThatClientsHold) {
+    OpenHandler copy(Text("before"));
+    copy.setConvTableName(Text("shapes"));
+    const char* const name = copy.getName();
+    const char* const convTableName = copy.getConvTableName();
+    copy = original;
+    EXPECT_STREQ(name, "original");
+    EXPECT_STREQ(convTableName, "colours");
+    copy = OpenHandler();
+    EXPECT_STREQ(name, "");
+    EXPECT_STREQ(convTableName, "");
 }
 
 TEST_F(HandlerCopyTest, DestroyedCopyLeavesTheOriginalRegistered) {

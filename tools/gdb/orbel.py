@@ -203,8 +203,14 @@ class HandlerPrinter:
         self.handler = whole(value)
 
     def to_string(self):
-        name = guarded(lambda: quoted(buffer_text(self.handler["m_name"])))
+        name = guarded(lambda: quoted(self.name()))
         return self.handler.type.strip_typedefs().unqualified().name + " " + name + guarded(self.place)
+
+    def name(self):
+        # A std::unique_ptr, like the ties of a field.
+        buffer = pointer_at(int(self.handler["m_name"].address))
+        type = gdb.lookup_type("char").array(99).pointer()
+        return buffer_text(gdb.Value(buffer).cast(type).dereference()) if buffer else b""
 
     def place(self):
         field = int(self.handler["m_field"])
