@@ -3,7 +3,7 @@
 #include "Table.h"
 
 #include <iostream>
-#include <regex>
+#include <regex.h>
 #include <utility>
 
 namespace {
@@ -18,7 +18,13 @@ bool isWanted(const std::string& name) {
     if (filter.empty() || filter == "all")
         return true;
     const bool without = filter.front() == '-';
-    return std::regex_search(name, std::regex(filter.substr(without ? 1 : 0), std::regex::extended)) != without;
+    // What is no expression wants nothing.
+    regex_t wanted;
+    if (regcomp(&wanted, filter.c_str() + (without ? 1 : 0), REG_EXTENDED | REG_NOSUB) != 0)
+        return false;
+    const bool matches = regexec(&wanted, name.c_str(), 0, nullptr, 0) == 0;
+    regfree(&wanted);
+    return matches != without;
 }
 
 } // namespace
