@@ -510,12 +510,18 @@ DataField* DataStructure::getField(char* path, int index, int flag) {
     return length <= limits::maxPathLength ? resolve(path, length, index, flag) : nullptr;
 }
 
-/// The leaf at a plain path in use, if nobody can have overridden what is asked of it.
-inline DataValue* DataStructure::knownValue(char* path) {
+/// What leads to the leaf at a plain path in use, if nobody can have overridden what is asked of it.
+inline PathCacheEntry* DataStructure::knownEntry(char* path) {
     if (!path)
         return nullptr;
-    const std::string_view start(path, strnlen(path, PathCache::maxLength + 1));
-    return static_cast<DataValue*>(treeState.resolveKnownValue(*this, start));
+    PathCacheEntry* const known =
+        treeState.resolveKnown(*this, std::string_view(path, strnlen(path, PathCache::maxLength + 1)));
+    return known && known->isDirect ? known : nullptr;
+}
+
+inline DataValue* DataStructure::knownValue(char* path) {
+    const PathCacheEntry* known = knownEntry(path);
+    return known ? static_cast<DataValue*>(known->field) : nullptr;
 }
 
 DataField* DataStructure::resolve(char* path, std::size_t length, int index, int flag) {
@@ -801,11 +807,15 @@ bool DataStructure::setFieldData(char* path, std::string* value) {
 }
 
 bool DataStructure::setFieldData(char* path, char* value) {
-    if (DataValue* known = knownValue(path)) {
-        known->DataValue::setData(value);
-        return true;
-    }
-    return setFoundData(path, value);
+    PathCacheEntry* const known = knownEntry(path);
+    if (!known)
+        return setFoundData(path, value);
+    // Of a large tree nothing is in the processor's caches.
+    known->bringObserverNear();
+    auto& field = static_cast<DataValue&>(*known->field);
+    known->noteObserver(field.m_handlers.single());
+    field.DataValue::setData(value);
+    return true;
 }
 
 bool DataStructure::setFoundData(char* path, char* value) {

@@ -122,6 +122,7 @@ private:
     class Resolution;
 
     DataStructure(DataType* type, std::string_view name);
+    PathCacheEntry* knownEntry(char* path);
     DataValue* knownValue(char* path);
     bool setFoundData(char* path, char* value);
     bool linkKnownValues(char* targetPath, char* sourcePath);

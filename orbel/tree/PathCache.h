@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <string_view>
 
@@ -25,6 +26,25 @@ struct alignas(64) PathCacheEntry {
     /// looked up.
     bool isDirect;
     char path[30];
+
+    /// Who is told of the field in the end stands behind a path that leaves room for it. It may be gone: it is only
+    /// brought near, beside the field instead of after it.
+    bool hasRoomForObserver() const { return length <= sizeof path - sizeof(void*); }
+    void bringObserverNear() const {
+        if (hasRoomForObserver())
+            __builtin_prefetch(observer());
+    }
+    void noteObserver(const void* told) {
+        if (hasRoomForObserver() && observer() != told)
+            std::memcpy(path + sizeof path - sizeof told, &told, sizeof told);
+    }
+
+private:
+    const void* observer() const {
+        const void* noted = nullptr;
+        std::memcpy(&noted, path + sizeof path - sizeof noted, sizeof noted);
+        return noted;
+    }
 };
 
 /// The structure that the last path with kinds went through before its last segment, and how it got there. Trees are
@@ -68,7 +88,7 @@ public:
     explicit PathCache(std::uint32_t drops, std::size_t mostEntries = maxEntries)
         : m_mostEntries(mostEntries), m_epoch((std::uint64_t{drops} + 1) << 32U) {}
 
-    const Entry* find(const DataField& asked, std::string_view path) const {
+    Entry* find(const DataField& asked, std::string_view path) const {
         if (path.size() > maxLength)
             return nullptr;
         return path.size() >= usualLength ? look(asked, path) : lookForShort(asked, path);
@@ -96,9 +116,9 @@ private:
     static constexpr std::size_t usualLength = 8;
     static constexpr std::uint64_t firstEpoch = std::uint64_t{1} << 32U;
 
-    const Entry* look(const DataField& asked, std::string_view path) const {
+    Entry* look(const DataField& asked, std::string_view path) const {
         const std::uint64_t mark = markOf(asked, path);
-        const Entry* entry = m_entries + home(mark);
+        Entry* entry = m_entries + home(mark);
         while (entry->mark != mark || entry->asked != &asked || entry->length != path.size() ||
                !namehash::areShortEqual(entry->path, path.data(), path.size())) {
             if (isFree(*entry))
@@ -109,7 +129,7 @@ private:
         return entry;
     }
     /// Nearly all paths are longer, and need fewer registers without these.
-    [[gnu::noinline]] const Entry* lookForShort(const DataField& asked, std::string_view path) const {
+    [[gnu::noinline]] Entry* lookForShort(const DataField& asked, std::string_view path) const {
         return look(asked, path);
     }
     std::uint64_t markOf(const DataField& asked, std::string_view path) const {

@@ -25,8 +25,8 @@ struct TreeState {
     /// Where plain paths have led to. Takes no memory any more when the last structure has gone.
     PathCache paths;
     /// What a plain path in use leads to, as if it were resolved; null when it has to be.
-    const PathCacheEntry* resolveKnown(const DataField& asked, std::string_view path) {
-        const PathCacheEntry* known = paths.find(asked, path);
+    PathCacheEntry* resolveKnown(const DataField& asked, std::string_view path) {
+        PathCacheEntry* known = paths.find(asked, path);
         if (!known)
             return nullptr;
         lastSearched = known->searched;

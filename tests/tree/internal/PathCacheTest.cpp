@@ -50,6 +50,37 @@ TEST(PathCache, KnowsNothingAtFirst) {
     EXPECT_EQ(cached(cache, tree, ""), nullptr);
 }
 
+TEST(PathCache, NotesAnObserverOnlyBehindPathsThatLeaveRoom) {
+    SceneTree tree;
+    static PathCache cache;
+    const DataHandler observer;
+    for (std::size_t length = 1; length <= PathCache::maxLength; ++length)
+        cache.insert(tree.root, std::string(length, 'p'), *tree.title, *tree.scene);
+    for (std::size_t length = 1; length <= PathCache::maxLength; ++length) {
+        const std::string path(length, 'p');
+        PathCache::Entry* const entry = cache.find(tree.root, path);
+        ASSERT_NE(entry, nullptr) << length;
+        EXPECT_EQ(entry->hasRoomForObserver(), length <= 22) << length;
+        entry->noteObserver(&observer);
+        entry->bringObserverNear();
+        EXPECT_EQ(std::string(entry->path, length), path);
+        EXPECT_EQ(cache.find(tree.root, path), entry);
+    }
+}
+
+TEST(PathCache, ASetMayExpectAnObserverThatHasGone) {
+    SceneTree tree;
+    tree.root.setFieldData(Text("scene/title"), Text("plain"));
+    {
+        DataHandler observer;
+        tree.title->registerHandler(&observer);
+        tree.root.setFieldData(Text("scene/title"), Text("observed"));
+        tree.root.setFieldData(Text("scene/title"), Text("observed again"));
+    }
+    EXPECT_TRUE(tree.root.setFieldData(Text("scene/title"), Text("plain again")));
+    EXPECT_STREQ(tree.title->getData(0)->c_str(), "plain again");
+}
+
 TEST(PathCache, KeepsTheFieldAndWhereItWasLookedUp) {
     SceneTree tree;
     static PathCache cache;
