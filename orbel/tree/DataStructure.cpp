@@ -80,7 +80,7 @@ public:
     }
 
 private:
-    static constexpr std::size_t atOnce = 4'096;
+    static constexpr std::size_t atOnce = 16'384;
 
     std::ostream& m_os;
     text::LentText m_lines;
