@@ -92,7 +92,7 @@ TEST(OwnerSet, HoldsEachOfManyOnceWhateverComesAndGoes) {
         EXPECT_TRUE(owners.insert(owner(address))) << address;
     for (std::uintptr_t address = 1; address <= last; address += 3)
         EXPECT_TRUE(owners.erase(owner(address))) << address;
-    for (std::uintptr_t address = 1; address <= last; ++address)
+    for (std::uintptr_t address = last; address > 0; --address)
         EXPECT_EQ(owners.insert(owner(address)), address % 3 == 1) << address;
     OwnerSet copy(owners);
     for (std::uintptr_t address = last; address > 0; --address) {
