@@ -50,7 +50,8 @@ private:
     void cutRange();
 };
 
-/// Calls `run` with each command of a copy of the list, until the node is destroyed. Commands may be cut up in place.
+/// Calls `run` with each command of a copy of the list and its length, until the node is destroyed. Commands may be cut
+/// up in place.
 template <class Run>
 void runList(DataField& node, std::string_view list, Run run) {
     const FieldWatch watch(node);
@@ -58,13 +59,15 @@ void runList(DataField& node, std::string_view list, Run run) {
     text::ListScanner commands(copy.view());
     commands.skipBlanks();
     // Several are cut off before they run: to read a text right behind the write that ends it makes the processor wait.
-    std::array<char*, 16> next{};
+    std::array<std::pair<char*, std::size_t>, 16> next;
     while (!commands.atEnd() && !watch.ended()) {
         std::size_t count = 0;
-        for (; count < next.size() && !commands.atEnd(); commands.skipBlanks())
-            next[count++] = copy.cut(commands.cut(';'));
+        for (; count < next.size() && !commands.atEnd(); commands.skipBlanks()) {
+            const std::string_view command = commands.cut(';');
+            next[count++] = {copy.cut(command), command.size()};
+        }
         for (std::size_t at = 0; at < count && !watch.ended(); ++at)
-            run(next[at]);
+            run(next[at].first, next[at].second);
     }
 }
 

@@ -16,6 +16,8 @@
 #include "TreeState.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstring>
 #include <optional>
 #include <string>
 
@@ -34,11 +36,10 @@ bool mayRepeat() {
 }
 
 /// Counts the command when it is part of a repetition.
-bool mayRun(const char* command) {
+bool mayRun(std::size_t length) {
     if (treeState.repetitionDepth == 0)
         return true;
-    const auto length = static_cast<long long>(text::viewOf(command).size());
-    treeState.repeatedText += std::max(limits::minRepeatedText, length);
+    treeState.repeatedText += std::max(limits::minRepeatedText, static_cast<long long>(length));
     return mayRepeat();
 }
 
@@ -200,15 +201,19 @@ bool DataNode::getFieldData(char* /*path*/, std::vector<char*>* /*out*/, int /*f
 }
 
 void DataNode::executeCommand(char* command, int index) {
-    if (!command)
-        return;
+    if (command)
+        runCommand(command, std::strlen(command), index);
+}
+
+void DataNode::runCommand(char* command, std::size_t length, int index) {
     const NestedCall depth(treeState.commandDepth);
     if (depth.isDeeperThan(limits::maxCommandDepth))
         return;
     if (depth.isOutermost())
         treeState.repeatedText = 0;
-    if (!mayRun(command))
+    if (!mayRun(length))
         return;
+    const bool isFollowed = targetsIfAny() != nullptr;
     const bool isAlive = walkTargets([&](DataField& target) {
         if (!isNode(target))
             return;
@@ -217,8 +222,13 @@ void DataNode::executeCommand(char* command, int index) {
     });
     if (!isAlive)
         return;
+    // By now it may be another text.
+    if (isFollowed)
+        length = std::strlen(command);
+    if (setKnownValue({command, length}))
+        return;
     SetCommand parts;
-    if (setKnownValue(command) || !parts.cut(command))
+    if (!parts.cut(command))
         return;
     // Not every look-up gets as far as clearing what an earlier one has left.
     treeState.wildcard = false;
@@ -272,7 +282,14 @@ void DataNode::parseCommand(char* textToRun, int index) {
 }
 
 void DataNode::runCommands(std::string_view list, int index) {
-    runList(*this, list, [&](char* command) { executeCommand(command, index); });
+    // Those of clients may override what a command does.
+    const bool isOwn = isExactly<DataStructure>(*this) || isExactly<Orbel>(*this);
+    runList(*this, list, [&](char* command, std::size_t length) {
+        if (isOwn)
+            runCommand(command, length, index);
+        else
+            executeCommand(command, index);
+    });
 }
 
 void DataNode::getFieldsByRange(char* /*range*/, std::vector<DataField*>* out) {
@@ -320,7 +337,7 @@ void DataNode::executeCopyCommand(char* command) {
 }
 
 void DataNode::parseCopyCommand(char* textToRun) {
-    runList(*this, text::viewOf(textToRun), [&](char* command) { executeCopyCommand(command); });
+    runList(*this, text::viewOf(textToRun), [&](char* command, std::size_t) { executeCopyCommand(command); });
 }
 
 void DataNode::executeClearField(char* path) {

@@ -94,6 +94,7 @@ private:
     friend class DataStructure;
 
     DataNode(DataType* type, std::string_view name);
+    void runCommand(char* command, std::size_t length, int index);
     void runCommands(std::string_view list, int index);
     bool setKnownValue(std::string_view command);
     static void broadcast(DataNode& node, std::string_view rest, std::string_view value, int index);

@@ -897,7 +897,7 @@ void DataStructure::parseLinkCommand(char* textToRun) {
         return;
     if (DataNode* root = findRoot())
         root->ClearLinks();
-    runList(*this, text::viewOf(textToRun), [&](char* command) { executeLinkCommand(command); });
+    runList(*this, text::viewOf(textToRun), [&](char* command, std::size_t) { executeLinkCommand(command); });
 }
 
 void DataStructure::executeLinkCommand(char* command) {

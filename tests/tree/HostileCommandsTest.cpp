@@ -351,6 +351,20 @@ TEST_F(HostileCommands, ThatMultiplyThemselvesAlongLinksComeToAnEnd) {
         static_cast<DataNode*>(at("n" + std::to_string(number)))->removeChildren();
 }
 
+TEST_F(HostileCommands, MayBeChangedWhileTheyRunInAFollower) {
+    struct Shortener : DataHandler {
+        void onChange(DataField& /*field*/, bool /*changed*/) override { command[5] = '\0'; }
+        std::string command = "p = 1 and more";
+    } shortener;
+    auto* source = static_cast<DataNode*>(at("s"));
+    auto* follower = static_cast<DataNode*>(at("node:t"));
+    source->addTargetLink(follower);
+    at("t/string:p")->registerHandler(&shortener);
+    source->executeCommand(shortener.command.data(), 0);
+    EXPECT_EQ(text("t/p"), "1 and more");
+    EXPECT_EQ(text("s/p"), "1");
+}
+
 TEST_F(HostileCommands, OfBroadcastsGoToEveryChildOfALargeNode) {
     auto* many = new DataStructure(Text("many"));
     root.addField(many, 0);
