@@ -283,7 +283,7 @@ void DataNode::parseCommand(char* textToRun, int index) {
 
 void DataNode::runCommands(std::string_view list, int index) {
     // Those of clients may override what a command does.
-    const bool isOwn = isExactly<DataStructure>(*this) || isExactly<Orbel>(*this);
+    const bool isOwn = isOwnStructure(*this);
     runList(*this, list, [&](char* command, std::size_t length) {
         if (isOwn)
             runCommand(command, length, index);

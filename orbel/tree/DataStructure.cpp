@@ -224,7 +224,7 @@ void DataStructure::parse(char* indexSpec, char* textToRead) {
     if (!indexSpec) {
         const auto commands = text::braceGroup(groups);
         // What clients override wants a text of its own.
-        if (commands && isExactly<DataStructure>(*this))
+        if (commands && isOwnStructure(*this))
             runCommands(*commands, 0);
         else if (commands)
             parseCommand(text::LentText(treeState.texts, *commands).chars(), 0);
@@ -336,7 +336,7 @@ DataField* DataStructure::findChild(std::string_view name) {
 class DataStructure::Resolution {
 public:
     Resolution(DataStructure& start, const char* path, int index, int flag)
-        : m_at(&start), m_path(path), m_index(index), m_flag(flag), m_isOwn(isOwn(start)) {
+        : m_at(&start), m_path(path), m_index(index), m_flag(flag), m_isOwn(isOwnStructure(start)) {
         m_chain[0] = &start;
     }
 
@@ -461,7 +461,7 @@ private:
 
     /// Classes of clients may find their fields in a way of their own.
     Next enter(DataNode& node, const char* rest, int index, DataField*& found) {
-        if (!isOwn(node)) {
+        if (!isOwnStructure(node)) {
             m_isPlain = false;
             m_isQuiet = false;
             found = node.getField(const_cast<char*>(rest), index, 1);
@@ -478,10 +478,6 @@ private:
         m_index = index;
         m_flag = 1;
         return Next::Segment;
-    }
-
-    static bool isOwn(const DataNode& node) {
-        return isExactly<DataStructure>(node) || isExactly<Orbel>(node) || isExactly<DataObject>(node);
     }
 
     DataStructure* m_at;

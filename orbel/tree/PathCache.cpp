@@ -1,8 +1,6 @@
 #include "PathCache.h"
 
-#include <orbel/tree/DataObject.h>
 #include <orbel/tree/DataValue.h>
-#include <orbel/tree/Orbel.h>
 
 #include "ExactClass.h"
 
@@ -23,8 +21,7 @@ void PathCache::insert(DataStructure& asked, std::string_view path, DataField& f
     entry.field = &field;
     entry.searched = &searched;
     entry.mark = mark;
-    entry.isDirect = isExactly<DataValue>(field) &&
-                     (isExactly<Orbel>(asked) || isExactly<DataStructure>(asked) || isExactly<DataObject>(asked));
+    entry.isDirect = isExactly<DataValue>(field) && isOwnStructure(asked);
     entry.length = static_cast<std::uint8_t>(path.size());
     path.copy(entry.path, path.size());
     ++m_used;
