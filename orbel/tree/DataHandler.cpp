@@ -22,13 +22,13 @@ DataHandler& DataHandler::operator=(const DataHandler& other) {
     if (this == &other)
         return *this;
     // What takes memory comes first, and buffers that clients may hold stay.
-    if (other.m_name)
-        bufferOf(m_name);
-    if (other.m_convTableName)
-        bufferOf(m_convTableName);
+    if (other.m_details)
+        details();
     leaveAllPlaces();
-    write(m_name, other.writtenName());
-    write(m_convTableName, textOf(other.m_convTableName));
+    if (m_details) {
+        text::copyCut(m_details->name, other.writtenName());
+        text::copyCut(m_details->convTableName, other.m_details ? other.m_details->convTableName : "");
+    }
     m_offset = other.m_offset;
     m_field = other.m_field;
     m_notifyOnValueChange = other.m_notifyOnValueChange;
@@ -58,11 +58,12 @@ DataType* DataHandler::getFieldType() {
 }
 
 char* DataHandler::getName() {
-    return bufferOf(m_name);
+    return details().name;
 }
 
 void DataHandler::setName(char* name) {
-    write(m_name, name);
+    if (m_details || !text::viewOf(name).empty())
+        text::copyCut(details().name, name);
 }
 
 int DataHandler::getOffset() {
@@ -84,7 +85,9 @@ void DataHandler::setNotifyOnValueChange(int notify) {
         return;
     if (HandlerList* list = m_place.second())
         list->asks(asks());
-    for (const HandlerPlace place : m_furtherPlaces)
+    if (!m_details)
+        return;
+    for (const HandlerPlace place : m_details->furtherPlaces)
         if (HandlerList* list = place.second())
             list->asks(asks());
 }
@@ -98,24 +101,18 @@ void DataHandler::setUseConvTable(int use) {
 }
 
 char* DataHandler::getConvTableName() {
-    return bufferOf(m_convTableName);
+    return details().convTableName;
 }
 
 void DataHandler::setConvTableName(char* name) {
-    write(m_convTableName, name);
+    if (m_details || !text::viewOf(name).empty())
+        text::copyCut(details().convTableName, name);
 }
 
-char* DataHandler::bufferOf(std::unique_ptr<Name>& name) {
-    if (!name)
-        name = std::make_unique<Name>();
-    return name->text;
-}
-
-void DataHandler::write(std::unique_ptr<Name>& name, const char* written) {
-    if (!name && text::viewOf(written).empty())
-        return;
-    bufferOf(name);
-    text::copyCut(name->text, written);
+DataHandler::Details& DataHandler::details() {
+    if (!m_details)
+        m_details = std::make_unique<Details>();
+    return *m_details;
 }
 
 DataField* DataHandler::getField() {
@@ -127,34 +124,39 @@ void DataHandler::setField(DataField* field) {
 }
 
 bool DataHandler::isOn(HandlerPlace place) const {
-    return m_place == place ||
-           std::find(m_furtherPlaces.begin(), m_furtherPlaces.end(), place) != m_furtherPlaces.end();
+    if (m_place == place || !m_details)
+        return m_place == place;
+    const std::vector<HandlerPlace>& further = m_details->furtherPlaces;
+    return std::find(further.begin(), further.end(), place) != further.end();
 }
 
 void DataHandler::joined(HandlerPlace place) {
     if (!m_place)
         m_place = place;
     else
-        m_furtherPlaces.push_back(place);
+        details().furtherPlaces.push_back(place);
 }
 
 void DataHandler::left(HandlerPlace place) {
-    if (m_place == place) {
+    const bool isFirst = m_place == place;
+    if (isFirst)
         m_place = {};
-        if (!m_furtherPlaces.empty()) {
-            m_place = m_furtherPlaces.back();
-            m_furtherPlaces.pop_back();
-        }
+    if (!m_details)
         return;
+    std::vector<HandlerPlace>& further = m_details->furtherPlaces;
+    if (!isFirst) {
+        further.erase(std::remove(further.begin(), further.end(), place), further.end());
+    } else if (!further.empty()) {
+        m_place = further.back();
+        further.pop_back();
     }
-    m_furtherPlaces.erase(std::remove(m_furtherPlaces.begin(), m_furtherPlaces.end(), place), m_furtherPlaces.end());
 }
 
 void DataHandler::moved(HandlerPlace from, HandlerPlace to) {
     if (m_place == from)
         m_place = to;
-    else
-        std::replace(m_furtherPlaces.begin(), m_furtherPlaces.end(), from, to);
+    else if (m_details)
+        std::replace(m_details->furtherPlaces.begin(), m_details->furtherPlaces.end(), from, to);
 }
 
 void DataHandler::leaveAllPlaces() {

@@ -87,19 +87,19 @@ private:
     void moved(HandlerPlace from, HandlerPlace to);
     void leaveAllPlaces();
 
-    struct Name {
-        char text[100] = {};
+    struct Details {
+        char name[100] = {};
+        char convTableName[100] = {};
+        /// Besides m_place.
+        std::vector<HandlerPlace> furtherPlaces;
     };
 
-    static char* bufferOf(std::unique_ptr<Name>& name);
-    static void write(std::unique_ptr<Name>& name, const char* written);
-    static const char* textOf(const std::unique_ptr<Name>& name) { return name ? name->text : ""; }
-    const char* writtenName() const { return textOf(m_name); }
+    Details& details();
+    const char* writtenName() const { return m_details ? m_details->name : ""; }
 
     // Made on first need: sets meet one handler after the other, and what they do not look at would only spread the
     // handlers over more pages.
-    std::unique_ptr<Name> m_name;
-    std::unique_ptr<Name> m_convTableName;
+    std::unique_ptr<Details> m_details;
     DataField* m_field = nullptr;
     int m_offset = 0;
     int m_notifyOnValueChange = 0;
@@ -111,7 +111,6 @@ protected:
 
 private:
     HandlerPlace m_place;
-    std::vector<HandlerPlace> m_furtherPlaces;
 };
 
 #endif

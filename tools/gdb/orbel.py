@@ -207,8 +207,8 @@ class HandlerPrinter:
         return self.handler.type.strip_typedefs().unqualified().name + " " + name + guarded(self.place)
 
     def name(self):
-        # A std::unique_ptr, like the ties of a field.
-        buffer = pointer_at(int(self.handler["m_name"].address))
+        # A std::unique_ptr, like the ties of a field; the name comes first in what it points to.
+        buffer = pointer_at(int(self.handler["m_details"].address))
         type = gdb.lookup_type("char").array(99).pointer()
         return buffer_text(gdb.Value(buffer).cast(type).dereference()) if buffer else b""
 
