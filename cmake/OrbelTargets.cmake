@@ -63,13 +63,14 @@ function(orbel_compiler_runtime variable)
 endfunction()
 
 # orbel_copy_compiler_runtime(FOLDER) puts them into a folder, without what they carry for debuggers, which is ten times
-# as much and would be read whenever a program starts.
+# as much and would be read whenever a program starts, and so that Wine can map them instead of reading them.
 function(orbel_copy_compiler_runtime folder)
     file(MAKE_DIRECTORY "${folder}")
     orbel_compiler_runtime(runtime_dlls)
     foreach(dll IN LISTS runtime_dlls)
         cmake_path(GET dll FILENAME name)
-        execute_process(COMMAND "${CMAKE_STRIP}" -o "${folder}/${name}" "${dll}" COMMAND_ERROR_IS_FATAL ANY)
+        execute_process(COMMAND "${CMAKE_OBJCOPY}" --strip-all --file-alignment 4096 "${dll}" "${folder}/${name}"
+                        COMMAND_ERROR_IS_FATAL ANY)
     endforeach()
 endfunction()
 

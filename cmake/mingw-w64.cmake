@@ -15,6 +15,11 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
 # Not needed, only faster.
 find_program(ORBEL_LLD ld.lld)
 
+# A file laid out in pages can be mapped, where Wine reads any other whenever it starts a program.
+foreach(kind IN ITEMS EXE SHARED MODULE)
+    set(CMAKE_${kind}_LINKER_FLAGS_INIT "-Wl,--file-alignment=4096")
+endforeach()
+
 # Debian's command wine is a script that looks for this program, which every test would pay for.
 find_program(ORBEL_WINE NAMES /usr/lib/wine/wine64 wine NO_CMAKE_FIND_ROOT_PATH)
 set(CMAKE_CROSSCOMPILING_EMULATOR "${ORBEL_WINE}")
