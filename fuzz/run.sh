@@ -14,7 +14,7 @@ max_len=4096
 fuzz() {
     local target=$1 log=build/fuzz/logs/$1.log findings=$PWD/build/fuzz/findings/$1 failed=0 artifact
     mkdir -p "$found/$target" "$findings" build/fuzz/logs
-    build/fuzz/fuzz/"fuzz_$target" -max_total_time="$2" -max_len=$max_len "${limits[@]}" -print_final_stats=1 "${@:3}" \
+    build/clang/fuzz/"fuzz_$target" -max_total_time="$2" -max_len=$max_len "${limits[@]}" -print_final_stats=1 "${@:3}" \
         -dict="fuzz/dictionaries/$target.dict" -artifact_prefix="$findings/" \
         "$found/$target" "$PWD/fuzz/corpus/$target" >"$log" 2>&1 || failed=1
     awk -v target="$target" -v findings="$failed" '
@@ -25,7 +25,7 @@ fuzz() {
                      target, executions, rate, cov, corpus, findings }' "$log"
     [[ $failed == 0 ]] && return
     artifact=$(sed -n 's/.*Test unit written to //p' "$log")
-    printf '  replay: build/fuzz/fuzz/fuzz_%s %s\n' "$target" "$artifact"
+    printf '  replay: build/clang/fuzz/fuzz_%s %s\n' "$target" "$artifact"
     # Where it happened, and the input itself: a log is all that is left of a run elsewhere.
     sed -n '/ERROR: \|runtime error: \|check failed: /,$ { /^0x\|^stat::/d; p }' "$log" | head -n 60 | sed 's/^/    /'
     printf '  log: %s\n' "$log"
@@ -38,7 +38,7 @@ merge() {
     local target=$1 corpus=$PWD/fuzz/corpus/$1 merged file
     merged=$(mktemp -d)
     mkdir -p "$found/$target"
-    build/fuzz/fuzz/"fuzz_$target" -merge=1 -max_len=$max_len "${limits[@]}" "$merged" "$corpus" "$found/$target" \
+    build/clang/fuzz/"fuzz_$target" -merge=1 -max_len=$max_len "${limits[@]}" "$merged" "$corpus" "$found/$target" \
         >/dev/null 2>&1
     find "$corpus" -type f -regextype posix-extended -regex '.*/[0-9a-f]{40}' -delete
     # libFuzzer names files by their SHA-1.
@@ -62,7 +62,7 @@ case ${1:-} in
     # target, or keep what build/fuzz/corpus has collected.
     '') each 'fuzz {} 60 -seed=1' || exit 1 ;;
     *)
-        if [[ ! -x build/fuzz/fuzz/fuzz_$1 ]]; then
+        if [[ ! -x build/clang/fuzz/fuzz_$1 ]]; then
             echo "fuzz/run.sh: there is no target $1, but: $(ls fuzz/corpus | xargs)" >&2
             exit 2
         fi
