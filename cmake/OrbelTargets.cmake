@@ -22,6 +22,16 @@ function(orbel_private_settings target)
     endif()
 endfunction()
 
+# orbel_compile_quickly(TARGET) is for what leaves nearly all its work to the library: it takes half as long to compile.
+function(orbel_compile_quickly target)
+    if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+        target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-O1>)
+        if(CMAKE_CXX_FLAGS MATCHES "-fsanitize=")
+            target_compile_options(${target} PRIVATE -O0)
+        endif()
+    endif()
+endfunction()
+
 # orbel_debian_headers(TARGET HEADER PACKAGE...) gives a target header-only libraries of Debian packages, each a file or
 # folder of /usr/include. They serve every compiler, but the folder they are in belongs to the native one, so a folder of
 # links to them alone is searched.

@@ -112,10 +112,10 @@ case $check in
         [ "$(cat err)" = 'Kor: scene.json: cannot be read' ] || fail "not the reason"
         ;;
     terminal)
-        play 0 '' "$@"
-        grep -q 'Weather board .* 31 Dec 2015$' out || fail "no title"
-        grep -q 'high 11.1 °C .* day 1461 of 1461$' out || fail "no day"
-        grep -q 'high  *11.1 °C  ' out || fail "no reading"
+        play 0 400 "$@"
+        grep -q 'Weather board .* 3 Feb 2013$' out || fail "no title"
+        grep -q 'high 0.0 °C .* day 400 of 400$' out || fail "no day"
+        grep -q 'high  *8.9 °C  ' out || fail "no reading"
         grep -q 'NEW YORK' out || fail "no headline"
         if LC_ALL=C grep -q "$(printf '\033')" out; then fail "escape codes"; fi
         ;;

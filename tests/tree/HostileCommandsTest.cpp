@@ -90,9 +90,9 @@ TEST_F(HostileCommands, OfOneCharacterAllOverChangeNoStructure) {
     expectSound();
 }
 
-TEST_F(HostileCommands, OfAMillionBracesOrSeparatorsChangeNoStructure) {
+TEST_F(HostileCommands, OfLongRunsOfBracesOrSeparatorsChangeNoStructure) {
     for (const char character : {'{', '}', ';', '"'})
-        runEverywhere("s = {" + std::string(1'000'000, character));
+        runEverywhere("s = {" + std::string(200'000, character));
     expectSound();
 }
 
@@ -192,10 +192,10 @@ TEST_F(HostileCommands, WithHugeRangesCopyWhatExists) {
     root.executeCommand(Text("list[0] = {{x = 1}}"), 0);
     root.parseCopyCommand(Text(times(5'000, "a[0-2000000000] = b; b = a[0-2000000000];")));
     EXPECT_EQ(allTexts(*at("a")), " |2|3");
-    root.parseCopyCommand(Text(times(1'000, "list[0-2000000000] = list[0-2000000000];")));
+    root.parseCopyCommand(Text(times(200, "list[0-2000000000] = list[0-2000000000];")));
     root.parseCopyCommand(Text("list[1-2000000000] = list[0]"));
     EXPECT_EQ(text("list[2]/x"), "1");
-    root.executeClearCommand(Text(times(1'000, "list[0-2000000000];")));
+    root.executeClearCommand(Text(times(200, "list[0-2000000000];")));
     EXPECT_EQ(text("list[2]/x"), "");
     EXPECT_EQ(list->getSize(), 3);
 }

@@ -50,9 +50,9 @@ TEST(UnusualTypeTexts, OneLineOfAMegabyte) {
     EXPECT_EQ(schema.console.takeOutput(), ignoredLine("unknown" + longText));
 }
 
-TEST(UnusualTypeTexts, AMegabyteOfEachSeparator) {
+TEST(UnusualTypeTexts, ALongRunOfEachSeparator) {
     for (const char* separator : {";", "=", "\"", "#", "\n", "[", "]", "#\n", "=;", " "}) {
-        const std::string run = repeated(separator, 1'000'000);
+        const std::string run = repeated(separator, 200'000);
         Schema schema;
         EXPECT_TRUE(schema.parse(run));
         EXPECT_LE(schema.table.getNumTypes(), 1) << separator;
