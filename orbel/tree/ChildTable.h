@@ -48,6 +48,19 @@ public:
     DataField* erase(std::string_view name);
     /// The first in order, which leaves; null also when it was destroyed.
     DataField* takeFirst();
+    /// All leave: `call(field, index)` in order, where the index counts those that were destroyed too. The table must
+    /// stay as it is meanwhile.
+    template <class Call>
+    void takeAll(Call call) {
+        std::size_t index = 0;
+        for (const Entry& entry : takeEntries()) {
+            if (!entry)
+                continue;
+            if (DataField* field = released(entry))
+                call(*field, index);
+            ++index;
+        }
+    }
     /// In order; null past the end and for a child that was destroyed.
     DataField* at(std::size_t index);
 
@@ -113,6 +126,8 @@ private:
     std::uint32_t positionOf(std::string_view name, std::uint32_t hash) const;
     std::uint32_t positionOf(const DataField& field) const;
     DataField* eraseAt(std::uint32_t position);
+    static DataField* released(const Entry& entry);
+    std::vector<Entry> takeEntries();
     void freeSlot(std::size_t slot);
     void putIntoSlot(Slot filled);
     static Entry entryFor(DataField& field);

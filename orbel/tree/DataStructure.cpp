@@ -671,14 +671,10 @@ void DataStructure::removeField(char* name, int index) {
 }
 
 void DataStructure::removeChildren() {
-    const int count = getNumFields();
-    for (int ordinal = 0; ordinal < count; ++ordinal) {
-        DataField* child = m_children->takeFirst();
-        if (!child)
-            continue;
-        child->setParent(nullptr, ordinal);
-        child->unref(this, this);
-    }
+    m_children->takeAll([&](DataField& child, std::size_t ordinal) {
+        child.setParent(nullptr, static_cast<int>(ordinal));
+        child.unref(this, this);
+    });
 }
 
 void DataStructure::deleteChildren() {

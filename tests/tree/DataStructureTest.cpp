@@ -193,6 +193,27 @@ TEST(DataStructure, RemovingAllKeepsTheOrdinalsAsInstances) {
     }
 }
 
+TEST(DataStructure, RemovingAllCountsThoseThatWereDestroyedToo) {
+    DataStructure structure(Text("s"));
+    std::vector<DataField*> children = {value("c"), value("b"), value("a")};
+    for (DataField* child : children)
+        structure.addField(child, 0);
+    delete children.at(1);
+    structure.removeChildren();
+    EXPECT_EQ(children.at(0)->getParentInstance(), 2);
+    EXPECT_EQ(children.at(2)->getParentInstance(), 0);
+
+    // Nothing is left behind that would be in the way.
+    for (int number = 0; number < 20; ++number)
+        structure.addField(value(std::to_string(number).c_str()), 0);
+    structure.addField(children.at(0), 0);
+    EXPECT_EQ(structure.getNumFields(), 21);
+    EXPECT_EQ(structure.getField(Text("c"), 0, 0), children.at(0));
+    EXPECT_EQ(structure.getField(Text("19"), 0, 0), structure.getFieldByIndex(11));
+    structure.deleteChildren();
+    delete children.at(2);
+}
+
 TEST(DataStructure, DeletingTakesUnusedChildrenOfAllLevels) {
     Orbel root(Text("root"));
     auto* branch = new DataStructure(Text("branch"));
