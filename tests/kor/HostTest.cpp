@@ -6,7 +6,7 @@
 
 namespace {
 
-const char* const trial = "[{'name': 'a', 'plugins': [{'kind': 'Trial', 'FieldName': 'x'}]}]";
+const char* const oneTrial = "[{'name': 'a', 'plugins': [{'kind': 'Trial', 'FieldName': 'x'}]}]";
 
 /// One Trial on "a" with one more setting, and one Second on "b" below it.
 std::string withAction(const std::string& call, const std::string& action) {
@@ -38,7 +38,7 @@ TEST(KorHost, CallsAPlugInFromItsMakingToItsEnd) {
     Console console;
     std::string output;
     {
-        RunningScene running(trial);
+        RunningScene running(oneTrial);
         EXPECT_EQ(running.console.takeOutput(),
                   "Trial made in a\nTrial onLoad in a\nTrial onFunctionInit in a\nTrial onInit in a\n");
         running.host.callFrame();
@@ -69,7 +69,7 @@ TEST(KorHost, CleansUpAllPlugInsAtItsEnd) {
 }
 
 TEST(KorHost, MakesAPlugInAnewWithNewSettingsAndTheSameValue) {
-    RunningScene running(trial);
+    RunningScene running(oneTrial);
     running.set("x", "5");
     running.host.callFrame();
     running.console.takeOutput();
@@ -84,7 +84,7 @@ TEST(KorHost, MakesAPlugInAnewWithNewSettingsAndTheSameValue) {
 }
 
 TEST(KorHost, MovesAPlugInToAnotherField) {
-    RunningScene running(trial);
+    RunningScene running(oneTrial);
     running.ask("a*FUNCTION*Trial*FieldName SET z");
     running.host.callFrame();
     running.console.takeOutput();

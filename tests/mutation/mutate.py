@@ -27,8 +27,8 @@ built = root / "build/mutation"
 folders = ["foundation", "types", "tree", "expr", "tables", "handlers", "host"]
 
 # The tests of the changed folder come first; these are the rest, the quick ones that see much in front.
-public = ["tree_test", "types_test", "expr_test", "handlers_test", "host_test", "hostless_test", "tables_test",
-          "foundation_test"]
+public = ["tree_test", "tree_reentrancy_test", "types_test", "expr_test", "handlers_test", "host_test", "hostless_test",
+          "tables_test", "foundation_test"]
 internal = [folder + "_internal_test" for folder in folders] + ["memory_test"]
 models = [f"orbel_model --seed {seed} --steps 400" for seed in range(1, 7)]
 
