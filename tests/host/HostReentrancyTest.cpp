@@ -591,10 +591,10 @@ TEST_F(DeepScene, OfStructuresIsTraversed) {
 
 TEST_F(HostReentrancy, WideScenesAreTraversed) {
     Leaf* last = nullptr;
-    for (int index = 0; index < 30'000; ++index)
+    for (int index = 0; index < 100'000; ++index)
         last = &putNamed<Leaf>(add("c", root), "Text", "x" + std::to_string(index), "c");
     initOrbel();
-    EXPECT_EQ(pathOf(*last), "x29999");
+    EXPECT_EQ(pathOf(*last), "x99999");
     // And the board.
-    EXPECT_EQ(tree()->getNumFields(), 30'001);
+    EXPECT_EQ(tree()->getNumFields(), 100'001);
 }
