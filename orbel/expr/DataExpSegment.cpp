@@ -55,20 +55,19 @@ void DataExpSegment::release() {
     m_field = FieldRef();
 }
 
-void DataExpSegment::fill(Kind kind, std::string_view text, const FieldRef& context) {
+void DataExpSegment::fill(Kind kind, std::string_view text) {
     m_text = text;
     m_kind = kind;
-    m_context = context;
 }
 
 void DataExpSegment::fillReference(Kind kind, std::string_view written, const FieldRef& context,
                                    const ExpressionWatch& watch) {
     const WrittenReference reference = readReference(written);
     if (reference.isIndex) {
-        fill(Index, "", context);
+        fill(Index, "");
         return;
     }
-    fill(kind, reference.name, context);
+    fill(kind, reference.name);
     m_firstIndex = reference.range.start;
     if (reference.name.empty())
         return;
@@ -77,28 +76,28 @@ void DataExpSegment::fillReference(Kind kind, std::string_view written, const Fi
         hold(found);
 }
 
-const char* DataExpSegment::evaluate(int index, ExpressionWatch& watch) {
+const char* DataExpSegment::evaluate(int index, const FieldRef& context, ExpressionWatch& watch) {
     switch (m_kind) {
     case FieldReference:
-        return fieldValue(index, watch);
+        return fieldValue(index, context, watch);
     case Literal:
         return m_text.c_str();
     case Index:
         std::snprintf(expressionState.indexText, sizeof expressionState.indexText, "%d", index);
         return expressionState.indexText;
     case Refresh:
-        refresh(watch);
+        refresh(context, watch);
         return nullptr;
     case ParentPath:
         break;
     }
-    return m_context.get() ? m_context.get()->getFullPath() : nullptr;
+    return context.get() ? context.get()->getFullPath() : nullptr;
 }
 
-const char* DataExpSegment::fieldValue(int index, const ExpressionWatch& watch) {
+const char* DataExpSegment::fieldValue(int index, const FieldRef& context, const ExpressionWatch& watch) {
     if (!m_field.get()) {
         const text::LentText name(expressionState.texts, m_text);
-        DataField* found = findFrom(m_context, name.view());
+        DataField* found = findFrom(context, name.view());
         if (!found || watch.ended())
             return nullptr;
         hold(found);
@@ -113,10 +112,10 @@ const char* DataExpSegment::fieldValue(int index, const ExpressionWatch& watch) 
     return field->getData(&value, m_firstIndex == -1 ? index : m_firstIndex) ? value : nullptr;
 }
 
-void DataExpSegment::refresh(ExpressionWatch& watch) {
+void DataExpSegment::refresh(const FieldRef& context, ExpressionWatch& watch) {
     watch.callBack(ExpressionWatch::Callback::Handlers, [&] {
         const text::LentText name(expressionState.texts, m_text);
-        DataField* field = findFrom(m_context, name.view());
+        DataField* field = findFrom(context, name.view());
         if (!field || watch.ended())
             return;
         const int size = field->getSize();

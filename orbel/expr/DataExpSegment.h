@@ -28,22 +28,21 @@ private:
 
     enum Kind : int { FieldReference = 0, Literal = 1, Index = 2, Refresh = 3, ParentPath = 4 };
 
-    void fill(Kind kind, std::string_view text, const FieldRef& context);
+    void fill(Kind kind, std::string_view text);
     /// Fills from a text that starts with "$("; `kind` is FieldReference or Refresh.
     void fillReference(Kind kind, std::string_view written, const FieldRef& context, const ExpressionWatch& watch);
 
     /// Null when there is none. Belongs to the field, the segment, or a process-wide buffer. May run callbacks that
-    /// destroy this segment, which the watch then tells.
-    const char* evaluate(int index, ExpressionWatch& watch);
-    const char* fieldValue(int index, const ExpressionWatch& watch);
-    void refresh(ExpressionWatch& watch);
+    /// destroy this segment, which the watch then tells. `context` is where names are looked up.
+    const char* evaluate(int index, const FieldRef& context, ExpressionWatch& watch);
+    const char* fieldValue(int index, const FieldRef& context, const ExpressionWatch& watch);
+    void refresh(const FieldRef& context, ExpressionWatch& watch);
 
     void hold(DataField* field);
     void release();
 
     Kind m_kind = FieldReference;
     std::string m_text;
-    FieldRef m_context;
     FieldRef m_field;
     int m_firstIndex = -1;
 };

@@ -77,11 +77,8 @@ void DataExpression::setHostField(Orbel* root, DataField* hostField) {
     FieldRef context(hostField ? hostField->getParent() : nullptr);
     m_root = std::move(newRoot);
     m_hostField = std::move(newHostField);
-    if (!hostField)
-        return;
-    m_context = std::move(context);
-    for (int at = 0; at < m_count; ++at)
-        m_segments[at].m_context = m_context;
+    if (hostField)
+        m_context = std::move(context);
 }
 
 void DataExpression::parse(char* text) {
@@ -162,7 +159,7 @@ void DataExpression::addPiece(const ExpressionPiece& piece, const ExpressionWatc
 }
 
 void DataExpression::addSegment(DataExpSegment::Kind kind, std::string_view text) {
-    m_segments[m_count++].fill(kind, text, m_context);
+    m_segments[m_count++].fill(kind, text);
 }
 
 void DataExpression::addReference(DataExpSegment::Kind kind, std::string_view written, const ExpressionWatch& watch) {
@@ -173,7 +170,7 @@ void DataExpression::addReference(DataExpSegment::Kind kind, std::string_view wr
 bool DataExpression::gather(int index, std::string& out) {
     ExpressionWatch watch(*this);
     for (int at = 0; at < m_count; ++at) {
-        const char* value = m_segments[at].evaluate(index, watch);
+        const char* value = m_segments[at].evaluate(index, m_context, watch);
         if (watch.ended())
             return false;
         if (value)

@@ -39,7 +39,6 @@ ExpressionPiece::Kind kindOf(std::string_view text) {
 ExpressionText::ExpressionText(std::string_view text) : m_text(text) {
     text::skipBlanks(m_text);
     findOpening();
-    findWord();
 }
 
 std::optional<ExpressionPiece> ExpressionText::next() {
@@ -77,16 +76,13 @@ void ExpressionText::findOpening() {
 
 /// The second word from the cursor on. Contract: words end at white space only, so "$(REFRESH)$(a) $(b)" names b.
 std::string_view ExpressionText::secondWord() {
-    if (m_nextSpace < m_at)
-        findWord();
-    return m_wordBehindSpace;
-}
-
-void ExpressionText::findWord() {
+    if (m_nextSpace && *m_nextSpace >= m_at)
+        return m_wordBehindSpace;
     // Words are told apart by all white space, unlike the blanks inside of references.
     m_nextSpace = text::whiteSpace.findIn(m_text, m_at);
-    const std::size_t start = text::whiteSpace.findOutside(m_text, m_nextSpace);
+    const std::size_t start = text::whiteSpace.findOutside(m_text, *m_nextSpace);
     m_wordBehindSpace = m_text.substr(start, text::whiteSpace.findIn(m_text, start) - start);
+    return m_wordBehindSpace;
 }
 
 WrittenReference readReference(std::string_view written) {

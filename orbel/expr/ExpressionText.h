@@ -39,7 +39,6 @@ private:
     ExpressionPiece takeMacro(std::size_t end);
     std::string_view secondWord();
     void findOpening();
-    void findWord();
 
     std::string_view m_text;
     std::size_t m_at = 0;
@@ -47,8 +46,8 @@ private:
     std::size_t m_open = 0;
     bool m_finished = false;
     // The first white space behind the cursor and the word behind that, kept so that a text of many macros is not
-    // scanned to its end for each.
-    std::size_t m_nextSpace = 0;
+    // scanned to its end for each; nothing until a macro asks.
+    std::optional<std::size_t> m_nextSpace;
     std::string_view m_wordBehindSpace;
 };
 
