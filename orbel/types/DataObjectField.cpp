@@ -11,10 +11,13 @@
 #include <ostream>
 #include <utility>
 
-DataObjectField::DataObjectField() : m_type("Unknown"), m_name("No name"), m_size(1) {}
+DataObjectField::DataObjectField() : DataObjectField("Unknown", "No name", "", 1) {}
+
+DataObjectField::DataObjectField(std::string_view type, std::string_view name, std::string_view defaultValue, int size)
+    : m_type(type), m_name(name), m_defaultValue(defaultValue), m_size(size) {}
 
 DataObjectField::DataObjectField(const DataObjectField& other)
-    : m_type(other.m_type), m_name(other.m_name), m_defaultValue(other.m_defaultValue), m_size(other.m_size) {}
+    : DataObjectField(other.m_type, other.m_name, other.m_defaultValue, other.m_size) {}
 
 DataObjectField& DataObjectField::operator=(const DataObjectField& other) {
     if (this == &other)

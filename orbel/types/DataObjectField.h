@@ -55,6 +55,7 @@ private:
     friend class DataObjectType;
     friend class TypeParser;
 
+    DataObjectField(std::string_view type, std::string_view name, std::string_view defaultValue, int size);
     void replace(std::string type, std::string name, std::string defaultValue, int size);
     void rename(std::string name);
 

@@ -87,9 +87,10 @@ void TypeParser::parseBody(std::string_view body, DataObjectType& type) {
             m_listener->onCommentSkipped(text::cutAt(rest, '\n'));
             continue;
         }
-        auto field = std::make_unique<DataObjectField>();
         const std::string_view statement = text::cutAt(rest, ';');
-        if (parseField(statement, *field)) {
+        if (const auto read = readField(statement)) {
+            std::unique_ptr<DataObjectField> field(
+                new DataObjectField(read->type, read->name, read->defaultValue.value_or(""), read->size));
             type.addField(field.get());
             m_listener->onFieldAdded(statement, *field.release());
         }
@@ -99,6 +100,14 @@ void TypeParser::parseBody(std::string_view body, DataObjectType& type) {
 }
 
 bool TypeParser::parseField(std::string_view statement, DataObjectField& field) {
+    const auto read = readField(statement);
+    if (read)
+        field.replace(std::string(read->type), std::string(read->name),
+                      std::string(read->defaultValue.value_or(field.m_defaultValue)), read->size);
+    return read.has_value();
+}
+
+std::optional<TypeParser::WrittenField> TypeParser::readField(std::string_view statement) {
     const bool hasDefault = statement.find('=') != std::string_view::npos;
     std::string_view defaultValue = statement;
     std::string_view declaration = text::cutAt(defaultValue, '=');
@@ -106,16 +115,14 @@ bool TypeParser::parseField(std::string_view statement, DataObjectField& field) 
     if (!isKnown(type)) {
         if (!statement.empty())
             m_listener->onFieldIgnored(statement);
-        return false;
+        return std::nullopt;
     }
     text::skipBlanks(declaration);
     const bool hasSize = declaration.find('[') != std::string_view::npos;
     const std::string_view name = text::cutAt(declaration, '[');
     const int size = hasSize ? text::readSignedNumber(text::cutAt(declaration, ']')) : 1;
     text::skipBlanks(defaultValue);
-    field.replace(std::string(type), std::string(name), hasDefault ? std::string(defaultValue) : field.m_defaultValue,
-                  size);
-    return true;
+    return WrittenField{type, name, hasDefault ? std::optional(defaultValue) : std::nullopt, size};
 }
 
 void TypeParser::reportBodyText(std::string_view text) {

@@ -1,6 +1,7 @@
 #ifndef ORBEL_TYPES_TYPEPARSER_H
 #define ORBEL_TYPES_TYPEPARSER_H
 
+#include <optional>
 #include <string_view>
 
 class DataObjectField;
@@ -21,6 +22,16 @@ public:
     bool parseField(std::string_view statement, DataObjectField& field);
 
 private:
+    /// What a field statement says; without a default text where it has no "=".
+    struct WrittenField {
+        std::string_view type;
+        std::string_view name;
+        std::optional<std::string_view> defaultValue;
+        int size;
+    };
+
+    /// Nothing when the type is not known.
+    std::optional<WrittenField> readField(std::string_view statement);
     void parseTypeStatement(std::string_view statement, DataObjectTypesTable& table);
     DataObjectType* createType(std::string_view name, std::string_view body, DataObjectTypesTable& table);
     void reportBodyText(std::string_view text);
