@@ -7,6 +7,7 @@
 #include "TableText.h"
 
 #include <cstdlib>
+#include <utility>
 
 namespace {
 
@@ -32,7 +33,6 @@ void AllPluginPreSets::readFile(const std::string& path, tables::TableListener& 
     const QX::AutoLock hold(m_lock);
     tables::TableFile file(path, shortestLine, listener);
     PluginPreSets* current = nullptr;
-    std::vector<std::string_view> fields;
     while (const auto line = file.next()) {
         std::string_view name;
         LineUse use = LineUse::rowOutside;
@@ -42,10 +42,7 @@ void AllPluginPreSets::readFile(const std::string& path, tables::TableListener& 
             name = *plugin;
             use = openSection(name, current);
         } else if (current) {
-            fields.clear();
-            tables::forEachField(*line, ',',
-                                 [&](std::string_view field) { fields.push_back(tables::normalizeValue(field)); });
-            use = readFields(fields, *current, name);
+            use = readFields(*line, *current, name);
         }
         listener.onLine(*line, use, name);
     }
@@ -65,11 +62,14 @@ LineUse AllPluginPreSets::openSection(std::string_view pluginName, PluginPreSets
 }
 
 /// `name` becomes that of a preset.
-LineUse AllPluginPreSets::readFields(const std::vector<std::string_view>& fields, PluginPreSets& presets,
-                                     std::string_view& name) {
+LineUse AllPluginPreSets::readFields(std::string_view line, PluginPreSets& presets, std::string_view& name) {
     const bool isHeader = presets.m_nameColumn == PluginPreSets::noHeader;
     const std::size_t rows = presets.m_rows.size();
-    presets.readLine({fields.begin(), fields.end()});
+    std::vector<std::string> fields;
+    fields.reserve(presets.m_columns.size());
+    tables::forEachField(line, ',',
+                         [&](std::string_view field) { fields.emplace_back(tables::normalizeValue(field)); });
+    presets.readLine(std::move(fields));
     if (presets.m_nameColumn < 0)
         return isHeader ? LineUse::headerWithoutName : LineUse::rowWithoutHeader;
     if (isHeader)

@@ -32,8 +32,7 @@ public:
 
 private:
     tables::LineUse openSection(std::string_view pluginName, PluginPreSets*& current);
-    static tables::LineUse readFields(const std::vector<std::string_view>& fields, PluginPreSets& presets,
-                                      std::string_view& name);
+    static tables::LineUse readFields(std::string_view line, PluginPreSets& presets, std::string_view& name);
 
     Plugins m_plugins;
     QX::Lock m_lock;
