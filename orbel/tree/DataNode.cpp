@@ -60,6 +60,16 @@ bool copyKnownValue(DataNode& node, std::string_view targetPath, std::string_vie
     return true;
 }
 
+/// Clears a plain value in use, which most clears are of. False for all others, where nothing is done.
+bool clearKnownValue(DataNode& node, std::string_view path) {
+    if (text::equalsIgnoringCase(path, rootName))
+        return false;
+    DataValue* const value = knownValue(node, path);
+    if (value)
+        value->clearData();
+    return value != nullptr;
+}
+
 void repeat(DataNode& node, text::LentText& command, int index) {
     const NestedCall repetition(treeState.repetitionDepth);
     node.executeCommand(command.get().data(), index);
@@ -379,10 +389,15 @@ void DataNode::executeClearCommand(char* textToRun) {
         executeClearField(std::string(rootName).data());
         return;
     }
+    // Those of clients may override how a field is cleared.
+    const bool isOwn = isOwnStructure(*this);
     text::LentText copy(treeState.texts, rest);
     const FieldWatch watch(*this);
-    for (rest = copy.view(); !rest.empty() && !watch.ended();)
-        executeClearField(copy.cut(text::trim(text::cutAt(rest, ';'))));
+    for (rest = copy.view(); !rest.empty() && !watch.ended();) {
+        const std::string_view path = text::trim(text::cutAt(rest, ';'));
+        if (!isOwn || !clearKnownValue(*this, path))
+            executeClearField(copy.cut(path));
+    }
 }
 
 void DataNode::setData(char* /*value*/, int /*index*/) {}

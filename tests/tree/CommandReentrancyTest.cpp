@@ -64,6 +64,12 @@ const CommandWay commandWays[] = {
     {"CopyOfValues", [](CommandStage& stage) { stage.root.parseCopyCommand(Text("n/x = m/x; n/y = m/y")); }},
     {"CopyOfNodes", [](CommandStage& stage) { stage.root.parseCopyCommand(Text("n = src; m = n; n = m")); }},
     {"Clear", [](CommandStage& stage) { stage.root.executeClearCommand(Text("n/x;n/y;m")); }},
+    {"ClearOfFieldsInUse",
+     [](CommandStage& stage) {
+         for (const char* path : {"n/x", "n/y", "m"})
+             stage.root.getField(Text(path), 0, 1);
+         stage.root.executeClearCommand(Text("n/x;n/y;m"));
+     }},
     {"ClearOfANode", [](CommandStage& stage) { stage.root.executeClearCommand(Text("n;m")); }},
     {"ClearOfTheTree", [](CommandStage& stage) { stage.root.executeClearCommand(Text("")); }},
     {"Link", [](CommandStage& stage) { stage.root.parseLinkCommand(Text("n/x = m/x; n/y = m/y; ~n/x; n = o")); }},

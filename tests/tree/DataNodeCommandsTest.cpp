@@ -50,6 +50,16 @@ private:
     std::vector<std::string>& m_entries;
 };
 
+/// Keeps the paths that it is asked to clear, and clears none.
+class ClearLog : public Owned<DataStructure> {
+public:
+    ClearLog() : Owned<DataStructure>(Text("careful")) {}
+
+    void executeClearField(char* path) override { asked.emplace_back(path); }
+
+    Values asked;
+};
+
 } // namespace
 
 TEST_F(Commands, SetAField) {
@@ -333,6 +343,25 @@ TEST_F(Commands, ClearTheWholeTreeByTheNameOfItsClass) {
         for (const char* path : {"a", "b", "c", "s/p", "s/q", "t/p"})
             EXPECT_EQ(text(path), "") << name;
     }
+}
+
+TEST_F(Commands, ClearTheWholeTreeAlsoWhenAFieldInUseHasThatName) {
+    fill();
+    root.getField(Text("string:orbel"), 0, 0);
+    root.setFieldData(Text("orbel"), Text("full"));
+    ASSERT_EQ(text("orbel"), "full");
+    clear("c; orbel");
+    for (const char* path : {"a", "b", "c", "s/p", "orbel"})
+        EXPECT_EQ(text(path), "") << path;
+}
+
+TEST_F(Commands, ClearListsAskTheNodeToClearEachField) {
+    ClearLog node;
+    node.executeCommand(Text("string:one = full"), 0);
+    node.executeCommand(Text("string:other = full"), 0);
+    node.executeClearCommand(Text(" one ; other"));
+    EXPECT_EQ(node.asked, (Values{"one", "other"}));
+    EXPECT_EQ(*node.getField(Text("one"), 0, 1)->getData(0), "full");
 }
 
 TEST(CommandsWithoutARoot, ClearNoWholeTree) {
