@@ -1,10 +1,13 @@
 #include "ChildTable.h"
 
 #include "NameHash.h"
+#include "NameOrder.h"
 #include "TreeState.h"
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <utility>
 
 ChildTable::ChildTable() {
@@ -265,14 +268,44 @@ void ChildTable::putInOrder() {
         return;
     dropHoles();
     const auto behind = m_entries.begin() + static_cast<std::ptrdiff_t>(m_ordered);
-    // Names are compared criss-cross, but brought near one behind the other, many at a time.
-    for (auto entry = behind; entry != m_entries.end(); ++entry)
-        if (const DataField* field = entry->first())
-            __builtin_prefetch(field->m_name);
-    std::sort(behind, m_entries.end(), comesBefore);
+    sortByName(behind, m_entries.end());
     std::inplace_merge(m_entries.begin(), behind, m_entries.end(), comesBefore);
     m_ordered = m_entries.size();
     fillSlots();
+}
+
+/// An entry and what is compared of its name before all of it: siblings often differ in a number at the end alone.
+struct ChildTable::Sorted {
+    std::uint64_t number;
+    Entry entry;
+
+    bool operator<(const Sorted& other) const {
+        return number == other.number ? comesBefore(entry, other.entry) : number < other.number;
+    }
+};
+
+/// Reads each name once and sorts what stands side by side, instead of comparing names that lie far apart. Without
+/// memory for that it compares them.
+void ChildTable::sortByName(std::vector<Entry>::iterator first, std::vector<Entry>::iterator last) {
+    const auto size = static_cast<std::size_t>(last - first);
+    const std::unique_ptr<Sorted[]> sorted(size > 1 ? new (std::nothrow) Sorted[size] : nullptr);
+    if (!sorted) {
+        std::sort(first, last, comesBefore);
+        return;
+    }
+    // Names are brought near many at a time.
+    for (auto entry = first; entry != last; ++entry)
+        if (const DataField* field = entry->first())
+            __builtin_prefetch(field->m_name);
+    const char* const name = keyOf(*first);
+    std::size_t common = std::strlen(name);
+    for (auto entry = first; entry != last; ++entry)
+        common = nameorder::commonStart(name, keyOf(*entry), common);
+    std::transform(first, last, sorted.get(), [common](const Entry& entry) {
+        return Sorted{nameorder::numberOf(keyOf(entry) + common), entry};
+    });
+    std::sort(sorted.get(), sorted.get() + size);
+    std::transform(sorted.get(), sorted.get() + size, first, [](const Sorted& each) { return each.entry; });
 }
 
 std::size_t ChildTable::upperBound(const char* name) const {

@@ -116,6 +116,8 @@ private:
     static DataField* fieldOf(const Entry& entry) {
         return entry.second() ? entry.second()->field.get() : entry.first();
     }
+    struct Sorted;
+
     static const char* keyOf(const Entry& entry);
     static bool isNamed(const Entry& entry, std::string_view name);
     static bool comesBefore(const Entry& left, const Entry& right);
@@ -137,6 +139,7 @@ private:
     void fillSlots();
     void dropHoles();
     void putInOrder();
+    static void sortByName(std::vector<Entry>::iterator first, std::vector<Entry>::iterator last);
     std::size_t upperBound(const char* name) const;
 
     std::vector<Entry> m_entries;

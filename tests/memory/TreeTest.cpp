@@ -1,6 +1,7 @@
 #include "Survival.h"
 
 #include <support/TextList.h>
+#include <support/TreeCleanup.h>
 
 #include <memory>
 #include <new>
@@ -358,6 +359,24 @@ TEST_F(OutOfMemoryInTree, DumpLeavesTheIndentationAsItWas) {
         });
         EXPECT_EQ(DataBaseType::getIndent(), 0);
         DataBaseType::setIndent(0);
+    });
+}
+
+TEST_F(OutOfMemoryInTree, ChildrenAreListedInOrderWithoutMemory) {
+    memory::survivesAnywhere([](const memory::Operate& operate) {
+        DataStructure parent(Text("parent"));
+        const SubtreeCleanup belowParent{parent};
+        for (const char* name : {"field10", "field2", "field1", "field"})
+            give(parent, make<DataValue>(name));
+        std::vector<DataField*> listed(4);
+        EXPECT_TRUE(operate([&] {
+            for (int index = 0; index < 4; ++index)
+                listed[static_cast<std::size_t>(index)] = parent.getFieldByIndex(index);
+        }));
+        std::string names;
+        for (DataField* field : listed)
+            names += std::string(field->getName()) + ' ';
+        EXPECT_EQ(names, "field field1 field10 field2 ");
     });
 }
 

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -74,6 +75,26 @@ TEST(ChildTable, ListsInByteOrder) {
         table.insert(*values.back());
     }
     EXPECT_EQ(namesOf(table), "B a a! aa b \xC3\xA4");
+}
+
+TEST(ChildTable, ListsInByteOrderHoweverMuchNamesHaveInCommon) {
+    // The start is shared by all, then by some, and what differs lies inside, at and behind eight characters from
+    // there.
+    for (const std::string start : {"", "f", "field", "a name of more than eight characters "}) {
+        ChildTable table;
+        Values values;
+        std::set<std::string> names;
+        for (const char* end : {"12345678b", "12345678", "1234567", "12345678a", "1234567\x7F", "1234567\x80", "2",
+                                "10", "1", "", "\xFF", "\x01", "123456789 and on", "123456789 and of"})
+            names.insert(start + end);
+        for (auto name = names.rbegin(); name != names.rend(); ++name) {
+            values.push_back(std::make_unique<DataValue>(Text(*name)));
+            ASSERT_TRUE(table.insert(*values.back()));
+        }
+        std::vector<std::string> listed;
+        table.forEach([&](const char* name, DataField&) { listed.emplace_back(name); });
+        EXPECT_EQ(listed, std::vector<std::string>(names.begin(), names.end()));
+    }
 }
 
 TEST(ChildTable, RefusesANameThatIsTaken) {
