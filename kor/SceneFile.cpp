@@ -167,7 +167,7 @@ struct Level {
 
 class ContainerReader {
 public:
-    explicit ContainerReader(Scene& scene) : m_scene(scene) {}
+    ContainerReader(Scene& scene, int most) : m_scene(scene), m_most(most) {}
 
     void readAll(const Place& list) {
         goDown(list, -1);
@@ -180,9 +180,8 @@ public:
     }
 
 private:
-    // Deeper and larger scenes are mistakes; "repeat" inside "repeat" makes them quickly.
+    // Deeper scenes are mistakes.
     static constexpr std::size_t maxDepth = 1000;
-    static constexpr int maxContainers = 1'000'000;
     static constexpr int maxCopies = 100'000;
 
     void goDown(const Place& list, int parent) {
@@ -199,9 +198,8 @@ private:
         if (level.copy == 0)
             place.mustBeObject().allowKeys(
                 {"name", "position", "scale", "visible", "geometry", "plugins", "children", "repeat", "step"});
-        if (++m_count > maxContainers)
-            place.fail("is container " + std::to_string(m_count) + ", " + std::to_string(maxContainers) +
-                       " is the most");
+        if (++m_count > m_most)
+            place.fail("is container " + std::to_string(m_count) + ", " + std::to_string(m_most) + " is the most");
         const bool isRepeated = place.has("repeat");
         const int copies = isRepeated ? copiesOf(place.member("repeat")) : 1;
         const int copy = level.copy++;
@@ -243,6 +241,7 @@ private:
     }
 
     Scene& m_scene;
+    const int m_most;
     std::vector<Level> m_levels;
     int m_count = 0;
 };
@@ -269,7 +268,7 @@ json parse(const std::string& text, const std::string& name) {
 
 } // namespace
 
-void readScene(const std::string& text, const std::string& name, Scene& scene) {
+void readScene(const std::string& text, const std::string& name, Scene& scene, int most) {
     const json root = parse(text, name);
     const Place place(name, root);
     place.mustBeObject().allowKeys({"scene", "size", "background", "containers"});
@@ -280,7 +279,7 @@ void readScene(const std::string& text, const std::string& name, Scene& scene) {
         place.member("size").fail("must be at least 1 by 1");
     if (!place.has("containers"))
         place.fail("needs containers");
-    ContainerReader(scene).readAll(place.member("containers"));
+    ContainerReader(scene, most).readAll(place.member("containers"));
 }
 
 void readSceneFile(const std::string& path, Scene& scene) {

@@ -13,10 +13,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+/// Larger scenes are mistakes; "repeat" inside "repeat" makes them quickly.
+inline constexpr int mostContainers = 1'000'000;
+
 /// Reads a scene from JSON into an empty scene; docs/host.md shows the format. Throws SceneFileError.
 void readSceneFile(const std::string& path, Scene& scene);
 
 /// The same from a text; `name` stands for the file in messages.
-void readScene(const std::string& text, const std::string& name, Scene& scene);
+void readScene(const std::string& text, const std::string& name, Scene& scene, int most = mostContainers);
 
 #endif

@@ -93,7 +93,7 @@ case $check in
         ;;
     labels)
         sed -i 's/^rain,Rain/rain,<Wet \&amp;>/; s/,fog.svg/,rain.svg/; /^drizzle,Drizzle/d' QX_ConvTables_weather.csv
-        compare 400 "$@"
+        compare 120 "$@"
         [ "$(grep -c '^text <Wet &amp;>$' actual)" -gt 1 ] || fail "not the edited label"
         ;;
     missing_plugin)

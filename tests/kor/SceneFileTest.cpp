@@ -15,18 +15,18 @@ std::string quoted(std::string text) {
 }
 
 /// What is wrong with a file "f" of this text.
-std::string errorOf(const std::string& text) {
+std::string errorOf(const std::string& text, int most = mostContainers) {
     Scene scene;
     try {
-        readScene(quoted(text), "f", scene);
+        readScene(quoted(text), "f", scene, most);
     } catch (const SceneFileError& error) {
         return error.what();
     }
     return "nothing";
 }
 
-std::string errorOfContainer(const std::string& members) {
-    return errorOf("{'containers': [{" + members + "}]}");
+std::string errorOfContainer(const std::string& members, int most = mostContainers) {
+    return errorOf("{'containers': [{" + members + "}]}", most);
 }
 
 TEST(KorSceneFile, HasEveryKeyOfTheScene) {
@@ -186,8 +186,14 @@ TEST(KorSceneFile, LimitsRepeat) {
 }
 
 TEST(KorSceneFile, LimitsTheNumberOfContainers) {
-    EXPECT_EQ(errorOfContainer("'repeat': 100000, 'children': [{'repeat': 100000}]"),
-              "f: /containers/0/children/0: is container 1000001, 1000000 is the most");
+    EXPECT_EQ(mostContainers, 1'000'000);
+    const auto errorWithAtMost = [](int most) {
+        return errorOfContainer("'repeat': 3, 'children': [{'name': 'first'}, {'repeat': 10}]", most);
+    };
+    EXPECT_EQ(errorWithAtMost(36), "nothing");
+    EXPECT_EQ(errorWithAtMost(35), "f: /containers/0/children/1: is container 36, 35 is the most");
+    EXPECT_EQ(errorWithAtMost(12), "f: /containers/0: is container 13, 12 is the most");
+    EXPECT_EQ(errorWithAtMost(1), "f: /containers/0/children/0: is container 2, 1 is the most");
 }
 
 TEST(KorSceneFile, LimitsDepth) {
@@ -200,7 +206,7 @@ TEST(KorSceneFile, LimitsDepth) {
     EXPECT_EQ(nested(1000), "nothing");
     const std::string tooDeep = nested(1001);
     EXPECT_EQ(tooDeep.substr(tooDeep.size() - 42), "/0/children: is more than 1000 levels deep");
-    EXPECT_NE(errorOf(std::string(1'000'000, '[')), "nothing");
+    EXPECT_NE(errorOf(std::string(200'000, '[')), "nothing");
 }
 
 TEST(KorSceneFile, LimitsPlugIns) {
