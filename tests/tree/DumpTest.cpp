@@ -569,12 +569,12 @@ TEST_F(Dump, OfAListOfPaths) {
 }
 
 TEST_F(Dump, OfPathsOfAnyLength) {
-    const std::string longName(1'000'000, 'n');
+    const std::string longName(100'000, 'n');
     EXPECT_EQ(fieldAt(root, longName.c_str()), "");
     EXPECT_EQ(fieldAt(root, ("n[" + longName + ']').c_str()), "n=3;");
-    EXPECT_EQ(fieldAt(root, (std::string(1'000'000, ' ') + 'n' + std::string(1'000'000, '\t')).c_str()), "n=3;");
-    EXPECT_EQ(dataAt(root, (std::string(1'000'000, ';') + 'n' + std::string(1'000'000, ';')).c_str()), "n=3;");
-    EXPECT_EQ(fieldAt(root, std::string(1'000'000, ']').c_str()), "");
+    EXPECT_EQ(fieldAt(root, (std::string(100'000, ' ') + 'n' + std::string(100'000, '\t')).c_str()), "n=3;");
+    EXPECT_EQ(dataAt(root, (std::string(100'000, ';') + 'n' + std::string(100'000, ';')).c_str()), "n=3;");
+    EXPECT_EQ(fieldAt(root, std::string(100'000, ']').c_str()), "");
 }
 
 TEST_F(Dump, OfAnythingIsEmptyOnAPlainNode) {
