@@ -19,7 +19,7 @@ inline constexpr int mostContainers = 1'000'000;
 /// Reads a scene from JSON into an empty scene; docs/host.md shows the format. Throws SceneFileError.
 void readSceneFile(const std::string& path, Scene& scene);
 
-/// The same from a text; `name` stands for the file in messages.
+/// The same from a text; `name` stands for the file in messages. More than `most` containers are an error.
 void readScene(const std::string& text, const std::string& name, Scene& scene, int most = mostContainers);
 
 #endif

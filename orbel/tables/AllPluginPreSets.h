@@ -10,7 +10,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 /// The presets of all kinds of plug-ins, from the file "QX_PreSets.csv".
 class AllPluginPreSets {

@@ -196,6 +196,13 @@ TEST(KorSceneFile, LimitsTheNumberOfContainers) {
     EXPECT_EQ(errorWithAtMost(1), "f: /containers/0/children/0: is container 2, 1 is the most");
 }
 
+#ifdef KOR_AT_FULL_SPEED
+TEST(KorSceneFile, LimitsTheNumberOfContainersToAMillion) {
+    EXPECT_EQ(errorOfContainer("'repeat': 100000, 'children': [{'repeat': 100000}]"),
+              "f: /containers/0/children/0: is container 1000001, 1000000 is the most");
+}
+#endif
+
 TEST(KorSceneFile, LimitsDepth) {
     const auto nested = [](int levels) {
         std::string text;
